@@ -1,0 +1,5 @@
+#pragma once
+
+#include "SkTypes.h"
+
+using SkScalar = float;
