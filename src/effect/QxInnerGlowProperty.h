@@ -1,21 +1,15 @@
 #pragma once
 
-#include "effect/QxProperty.h"
-#include "effect/QxGradient.h"
+#include "effect/QxGlowProperty.h"
 
 namespace QxFontEffect {
 
 /// Settings of the inner glow.
-class QxInnerGlowProperty : public QxProperty {
+class QxInnerGlowProperty : public QxGlowProperty {
 public:
-    QxInnerGlowProperty(float size, unsigned int color, float opacity, int count, QxGradient* gradient);
+    using QxGlowProperty::QxGlowProperty;
 
-    int getSequentialCharLength() override;
-    int toSequentialChar(char** cursor) override;
-
-    float size;            ///< glow size in pixels
-    int32_t count;         ///< number of stops
-    QxGradient* gradient;  ///< `count` stops; kept, not copied: owned by whoever made the array
+    int toSequentialChar(char** cursor) override { return writeSequentialChars(cursor, 'N'); }
 };
 
 }  // namespace QxFontEffect

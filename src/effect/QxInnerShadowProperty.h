@@ -1,20 +1,15 @@
 #pragma once
 
-#include "effect/QxProperty.h"
+#include "effect/QxShadowProperty.h"
 
 namespace QxFontEffect {
 
-/// Settings of the inner shadow.
-class QxInnerShadowProperty : public QxProperty {
+/// Settings of the inner shadow; the angle is stored reduced to (-360, 360), sign kept.
+class QxInnerShadowProperty : public QxShadowProperty {
 public:
     QxInnerShadowProperty(float angle, float distance, float size, unsigned int color, float opacity);
 
-    int getSequentialCharLength() override;
-    int toSequentialChar(char** cursor) override;
-
-    float angle;     ///< degrees, direction of the light, stored reduced to (-360, 360), sign kept
-    float distance;  ///< shift in pixels
-    float size;      ///< blur radius in pixels
+    int toSequentialChar(char** cursor) override { return writeSequentialChars(cursor, 'I'); }
 };
 
 }  // namespace QxFontEffect

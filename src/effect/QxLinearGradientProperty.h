@@ -1,22 +1,15 @@
 #pragma once
 
-#include "effect/QxProperty.h"
-#include "effect/QxGradient.h"
+#include "effect/QxGradientFillProperty.h"
 
 namespace QxFontEffect {
 
 /// Settings of the linear gradient fill.
-class QxLinearGradientProperty : public QxProperty {
+class QxLinearGradientProperty : public QxGradientFillProperty {
 public:
-    QxLinearGradientProperty(float angle, float scale, float opacity, int count, QxGradient* gradient);
+    using QxGradientFillProperty::QxGradientFillProperty;
 
-    int getSequentialCharLength() override;
-    int toSequentialChar(char** cursor) override;
-
-    float angle;           ///< degrees, stored reduced to (-360, 360), sign kept
-    float scale;           ///< clamped to 0..2, NaN kept
-    int32_t count;         ///< number of stops
-    QxGradient* gradient;  ///< `count` stops; kept, not copied: owned by whoever made the array
+    int toSequentialChar(char** cursor) override { return writeSequentialChars(cursor, 'L'); }
 };
 
 }  // namespace QxFontEffect

@@ -1,21 +1,15 @@
 #pragma once
 
-#include "effect/QxProperty.h"
-#include "effect/QxGradient.h"
+#include "effect/QxGlowProperty.h"
 
 namespace QxFontEffect {
 
 /// Settings of the outer glow.
-class QxOuterGlowProperty : public QxProperty {
+class QxOuterGlowProperty : public QxGlowProperty {
 public:
-    QxOuterGlowProperty(float size, unsigned int color, float opacity, int count, QxGradient* gradient);
+    using QxGlowProperty::QxGlowProperty;
 
-    int getSequentialCharLength() override;
-    int toSequentialChar(char** cursor) override;
-
-    float size;            ///< glow size in pixels
-    int32_t count;         ///< number of stops
-    QxGradient* gradient;  ///< `count` stops; kept, not copied: owned by whoever made the array
+    int toSequentialChar(char** cursor) override { return writeSequentialChars(cursor, 'G'); }
 };
 
 }  // namespace QxFontEffect

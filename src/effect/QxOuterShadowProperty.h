@@ -1,20 +1,15 @@
 #pragma once
 
-#include "effect/QxProperty.h"
+#include "effect/QxShadowProperty.h"
 
 namespace QxFontEffect {
 
-/// Settings of the outer shadow.
-class QxOuterShadowProperty : public QxProperty {
+/// Settings of the outer shadow; the angle is stored as given.
+class QxOuterShadowProperty : public QxShadowProperty {
 public:
-    QxOuterShadowProperty(float angle, float distance, float size, unsigned int color, float opacity);
+    using QxShadowProperty::QxShadowProperty;
 
-    int getSequentialCharLength() override;
-    int toSequentialChar(char** cursor) override;
-
-    float angle;     ///< degrees, direction of the light, stored as given; the shadow falls opposite to it
-    float distance;  ///< shift in pixels
-    float size;      ///< blur radius in pixels
+    int toSequentialChar(char** cursor) override { return writeSequentialChars(cursor, 'S'); }
 };
 
 }  // namespace QxFontEffect

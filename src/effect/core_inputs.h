@@ -15,11 +15,15 @@ inline bool hasPixels(const QxBitmap* bitmap, uint32_t bytesPerPixel) {
     return bitmap != nullptr && bitmap->pixels != nullptr && bitmap->bytesPerPixel == bytesPerPixel;
 }
 
-/// Whether a core has all it needs to paint: its record, a text rectangle, a colour destination and coverage. The
-/// rectangle may be empty or lie outside the coverage; see `inkRect`.
+/// Whether a core has its record, a colour destination and coverage.
+inline bool paintable(const ParamPostProcessing* p, const QxProperty* property) {
+    return p != nullptr && property != nullptr && hasPixels(p->dstBitmap, 4) && hasPixels(p->srcBitmap, 1);
+}
+
+/// The same for the cores that work on the text rectangle. The rectangle may be empty or lie outside the coverage; see
+/// `inkRect`.
 inline bool drawable(const ParamPostProcessing* p, const QxProperty* property) {
-    return p != nullptr && property != nullptr && p->textRect != nullptr && hasPixels(p->dstBitmap, 4) &&
-           hasPixels(p->srcBitmap, 1);
+    return paintable(p, property) && p->textRect != nullptr;
 }
 
 /// A bitmap's columns or rows as a signed count.

@@ -4,6 +4,7 @@
 
 #include "effect/QxGradient.h"
 #include "effect/safe_convert.h"
+#include "effect/setting_rules.h"
 
 namespace QxFontEffect {
 
@@ -23,8 +24,7 @@ public:
 
     /// Whole degrees in 0..359, as the high part and the low seven bits.
     SequentialChars& angle(float degrees) {
-        const int32_t signedDegrees = truncToInt(degrees) % 360;
-        const uint32_t turned = static_cast<uint32_t>(signedDegrees < 0 ? signedDegrees + 360 : signedDegrees);
+        const uint32_t turned = static_cast<uint32_t>(wholeRemainderFromZero(degrees, 360));
         put(turned >> 7);
         put(turned & 127u);
         return *this;
@@ -62,7 +62,9 @@ private:
 };
 
 /// Hundredths of a setting, truncated toward zero after a single-precision product.
-inline int32_t percentOf(float value) { return truncToInt(value * 100.0f); }
+inline int32_t percentOf(float value) {
+    return truncToInt(value * 100.0f);
+}
 
 inline SequentialChars& SequentialChars::stops(int32_t count, const QxGradient* gradient) {
     for (int32_t i = 0; gradient != nullptr && i < count; ++i) {
