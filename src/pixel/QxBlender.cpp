@@ -1,0 +1,163 @@
+#include "pixel/QxBlender.h"
+
+#include "base/platform_log.h"
+#include "pixel/kernel/blend.h"
+#include "pixel/kernel/clip.h"
+#include "pixel/kernel/swap.h"
+
+namespace QxFontEffect {
+namespace {
+
+constexpr char kTag[] = "Blender";
+
+/// A source and where it goes. 64-bit, so that a bitmap's unsigned sides fit as well as any argument.
+struct Placed {
+    int64_t x;
+    int64_t y;
+    int64_t width;
+    int64_t height;
+    int64_t stride;  ///< elements from one source row to the next
+};
+
+/// True when `dst` has pixels of exactly `depth` bytes: the routines write no others.
+bool hasPixels(const QxBitmap* dst, uint32_t depth) {
+    return dst != nullptr && dst->pixels != nullptr && dst->bytesPerPixel == depth;
+}
+
+/// Calls `row(source element, destination byte, pixels)` for each row of the source that meets the bitmap.
+template <typename T, typename Row>
+void forEachRow(const Placed& at, const T* src, int64_t elementsPerPixel, const QxBitmap& dst, Row row) {
+    if (at.stride < 0) return;
+    const kernel::ClippedBox box = kernel::clipToPlane(at.x, at.y, at.width, at.height, dst.width, dst.height);
+    if (box.empty()) return;
+    const int64_t depth = dst.bytesPerPixel;
+    for (int64_t y = 0; y < box.height; ++y) {
+        const T* from = src + ((box.srcY + y) * at.stride + box.srcX) * elementsPerPixel;
+        uint8_t* to = dst.pixels + ((box.dstY + y) * dst.width + box.dstX) * depth;
+        row(from, to, static_cast<ptrdiff_t>(box.width));
+    }
+}
+
+using MaskRow = void (*)(const uint8_t* mask, uint32_t color, uint8_t* dst, ptrdiff_t count);
+using ColorRow = void (*)(const uint8_t* src, uint8_t* dst, ptrdiff_t count);
+
+void drawMask(const Placed& at, const QxBitmap* dst, const uint8_t* mask, uint32_t color, MaskRow kernelRow) {
+    if (!hasPixels(dst, 4) || mask == nullptr) return;
+    forEachRow(at, mask, 1, *dst,
+               [=](const uint8_t* from, uint8_t* to, ptrdiff_t count) { kernelRow(from, color, to, count); });
+}
+
+void drawMaximum(const Placed& at, const QxBitmap* dst, const uint8_t* mask) {
+    if (!hasPixels(dst, 1) || mask == nullptr) return;
+    forEachRow(at, mask, 1, *dst, kernel::drawRow8To8);
+}
+
+void drawColors(const Placed& at, const QxBitmap* dst, const uint8_t* src, ColorRow kernelRow) {
+    if (!hasPixels(dst, 4) || src == nullptr) return;
+    forEachRow(at, src, 4, *dst, kernelRow);
+}
+
+/// The plain draw, into whichever depth the destination has.
+void drawPlain(const Placed& at, const QxBitmap* dst, const uint8_t* mask, uint32_t color) {
+    drawMask(at, dst, mask, color, kernel::drawRow8To32);
+    drawMaximum(at, dst, mask);
+}
+
+/// Colour values are read as the bytes they lie in memory as: B, G, R, A on the little-endian processors we run on.
+const uint8_t* bytesOf(const unsigned int* values) {
+    return reinterpret_cast<const uint8_t*>(values);
+}
+
+}  // namespace
+
+void QxBlender::drawBitmapBlend8(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight,
+                                 int maskStride, unsigned int color, int mode) {
+    if (dst == nullptr || dst->pixels == nullptr || mask == nullptr) return;
+    switch (mode) {
+        case QXE_BLEND_SRC_OVER:
+            blendSrcOver8To32(x, y, dst, mask, maskWidth, maskHeight, maskStride, color);
+            break;
+        case QXE_BLEND_DST_OVER:
+            blendDstOver8To32(x, y, dst, mask, maskWidth, maskHeight, maskStride, color);
+            break;
+        case QXE_BLEND_DST_OVER_NSA:
+            blendDstOver8To32NSA(x, y, dst, mask, maskWidth, maskHeight, maskStride, color);
+            logDebug(kTag, "Blender - QXE_BLEND_DST_OVER_NSA");
+            break;
+        case QXE_BLEND_OTHER:
+            blendDstOverSA8To32(x, y, dst, mask, maskWidth, maskHeight, maskStride, color);
+            logDebug(kTag, "Blender - QXE_BLEND_OTHER");
+            break;
+        default:
+            break;
+    }
+}
+
+void QxBlender::drawBitmapBlend32(int x, int y, const QxBitmap* dst, unsigned int* src, int srcWidth, int srcHeight,
+                                  int srcStride, int mode) {
+    if (mode == QXE_BLEND_DST_OVER) blendDstOver32To32(x, y, dst, src, srcWidth, srcHeight, srcStride);
+    if (mode == QXE_BLEND_SRC_OVER) blendSrcOver32To32(x, y, dst, src, srcWidth, srcHeight, srcStride);
+}
+
+void QxBlender::drawBitmapBlend32(int x, int y, const QxBitmap* dst, unsigned char* src, int srcWidth, int srcHeight,
+                                  int srcStride, int /*ignored*/, int order) {
+    const Placed at{x, y, srcWidth, srcHeight, srcStride};
+    if (order == 0) drawColors(at, dst, src, kernel::blendDstOverRow32Rgba);
+    if (order == 1) drawColors(at, dst, src, kernel::blendDstOverRow32);
+}
+
+void QxBlender::drawBitmap(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight,
+                           unsigned int color) {
+    drawPlain({x, y, maskWidth, maskHeight, maskWidth}, dst, mask, color);
+}
+
+void QxBlender::drawBitmap(int x, int y, const QxBitmap* dst, QxBitmap* src, unsigned int color) {
+    if (src == nullptr || src->bytesPerPixel == 0) return;
+    drawPlain({x, y, src->width, src->height, src->width}, dst, src->pixels, color);
+}
+
+void QxBlender::drawBitmap8To32(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight,
+                                unsigned int color) {
+    drawMask({x, y, maskWidth, maskHeight, maskWidth}, dst, mask, color, kernel::drawRow8To32);
+}
+
+void QxBlender::drawBitmap8To8(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight) {
+    drawMaximum({x, y, maskWidth, maskHeight, maskWidth}, dst, mask);
+}
+
+void QxBlender::blendSrcOver8To32(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight,
+                                  int maskStride, unsigned int color) {
+    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, kernel::blendSrcOverRow8To32);
+}
+
+void QxBlender::blendDstOver8To32(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight,
+                                  int maskStride, unsigned int color) {
+    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, kernel::blendDstOverRow8To32);
+}
+
+void QxBlender::blendDstOver8To32NSA(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth,
+                                     int maskHeight, int maskStride, unsigned int color) {
+    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, kernel::blendDstOverNsaRow8To32);
+}
+
+void QxBlender::blendDstOverSA8To32(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth,
+                                    int maskHeight, int maskStride, unsigned int color) {
+    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, kernel::blendDstOverSaRow8To32);
+}
+
+void QxBlender::blendDstOver32To32(int x, int y, const QxBitmap* dst, unsigned int* src, int srcWidth, int srcHeight,
+                                   int srcStride) {
+    drawColors({x, y, srcWidth, srcHeight, srcStride}, dst, bytesOf(src), kernel::blendDstOverRow32);
+}
+
+void QxBlender::blendSrcOver32To32(int x, int y, const QxBitmap* dst, unsigned int* src, int srcWidth, int srcHeight,
+                                   int srcStride) {
+    drawColors({x, y, srcWidth, srcHeight, srcStride}, dst, bytesOf(src), kernel::blendSrcOverRow32);
+}
+
+void QxBlender::convertBGRAToARGB(QxBitmap* bitmap) {
+    if (!hasPixels(bitmap, 4)) return;
+    kernel::swapRedBlueRow(bitmap->pixels, static_cast<ptrdiff_t>(bitmap->width) * bitmap->height);
+}
+
+}  // namespace QxFontEffect
