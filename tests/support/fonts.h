@@ -1,0 +1,62 @@
+#pragma once
+
+#include <fontconfig/fontconfig.h>
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+/// Finds the packaged fonts that tests draw with, wherever the system keeps them. Link qx_test_fonts.
+namespace testsupport {
+
+/// Path of an installed font file by its bare name ("Roboto-Regular.ttf"). A font that is not installed fails the
+/// test and gives "".
+inline std::string fontFile(const std::string& fileName) {
+    FcPattern* everything = FcPatternCreate();
+    FcObjectSet* wanted = FcObjectSetBuild(FC_FILE, static_cast<char*>(nullptr));
+    FcFontSet* fonts = FcFontList(nullptr, everything, wanted);
+    std::string found;
+    for (int i = 0; fonts != nullptr && i < fonts->nfont && found.empty(); ++i) {
+        FcChar8* file = nullptr;
+        if (FcPatternGetString(fonts->fonts[i], FC_FILE, 0, &file) != FcResultMatch) continue;
+        const std::string path = reinterpret_cast<const char*>(file);
+        if (path.substr(path.rfind('/') + 1) == fileName) found = path;
+    }
+    if (fonts != nullptr) FcFontSetDestroy(fonts);
+    FcObjectSetDestroy(wanted);
+    FcPatternDestroy(everything);
+    if (found.empty()) ADD_FAILURE() << "font " << fileName << " is not installed";
+    return found;
+}
+
+/// The whole file; empty when it cannot be read.
+inline std::vector<char> fileBytes(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return std::vector<char>(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+/// Bytes of an installed font file, kept for the whole test program, because layout and typefaces read in place.
+inline const std::vector<char>& fontBytes(const std::string& fileName) {
+    struct Loaded {
+        std::string name;
+        const std::vector<char>* bytes;
+    };
+    static std::vector<Loaded>* all = new std::vector<Loaded>;
+    for (const Loaded& loaded : *all)
+        if (loaded.name == fileName) return *loaded.bytes;
+    all->push_back({fileName, new std::vector<char>(fileBytes(fontFile(fileName)))});
+    return *all->back().bytes;
+}
+
+// The fonts of the reference values, as their packages name the files.
+constexpr const char* kRobotoRegular = "Roboto-Regular.ttf";
+constexpr const char* kRobotoMedium = "Roboto-Medium.ttf";
+constexpr const char* kRobotoBlack = "Roboto-Black.ttf";
+constexpr const char* kNotoCjk = "NotoSansCJK-Regular.ttc";
+constexpr const char* kNotoEmoji = "NotoColorEmoji.ttf";
+constexpr const char* kNotoNaskh = "NotoNaskhArabic-Regular.ttf";
+
+}  // namespace testsupport
