@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
+
 #include "effect/safe_convert.h"
 
 namespace QxFontEffect {
@@ -24,6 +27,23 @@ inline int32_t wholeRemainder(float value, int32_t period) {
 inline int32_t wholeRemainderFromZero(float value, int32_t period) {
     const int32_t rest = wholeRemainder(value, period);
     return rest < 0 ? rest + period : rest;
+}
+
+/// The alpha byte of an opacity. NaN gives 0.
+inline uint32_t alphaOf(float opacity) {
+    return static_cast<uint32_t>(std::clamp(truncToInt(opacity * 255.0f + 0.5f), 0, 255));
+}
+
+/// `color` with `alpha` in place of its own.
+inline uint32_t withAlpha(uint32_t color, uint32_t alpha) {
+    return alpha << 24 | (color & 0x00FFFFFFu);
+}
+
+/// Red, green and blue of `color` multiplied by `alpha`, with `alpha` in place of its own.
+inline uint32_t premultiplied(uint32_t color, uint32_t alpha) {
+    uint32_t result = alpha << 24;
+    for (int shift = 0; shift <= 16; shift += 8) result |= (alpha * ((color >> shift & 255u) + 1) >> 8) << shift;
+    return result;
 }
 
 }  // namespace QxFontEffect
