@@ -38,13 +38,9 @@ public:
     void drawTextBlob(const sk_sp<SkTextBlob>& blob, SkScalar x, SkScalar y, const SkPaint& paint);
 
 private:
-    struct PixelRect {
-        int left, top, right, bottom;
-    };
-
-    PixelRect clipped(const SkRect& rect) const;
-    void fill(const PixelRect& area, SkColor color, SkBlendMode mode);
+    SkIRect clipped(const SkRect& rect) const;
+    void fill(const SkIRect& area, SkColor color, SkBlendMode mode);
 
     SkBitmap mBitmap;
-    PixelRect mClip;
+    SkIRect mClip;
 };

@@ -2,6 +2,32 @@
 
 #include "SkScalar.h"
 
+/// Left, top, right, bottom in whole pixels, y down, far edges outside.
+struct SkIRect {
+    int32_t fLeft;
+    int32_t fTop;
+    int32_t fRight;
+    int32_t fBottom;
+
+    static constexpr SkIRect MakeEmpty() { return {0, 0, 0, 0}; }
+    static constexpr SkIRect MakeLTRB(int32_t l, int32_t t, int32_t r, int32_t b) { return {l, t, r, b}; }
+    static constexpr SkIRect MakeWH(int32_t w, int32_t h) { return {0, 0, w, h}; }
+
+    constexpr int32_t left() const { return fLeft; }
+    constexpr int32_t top() const { return fTop; }
+    constexpr int32_t right() const { return fRight; }
+    constexpr int32_t bottom() const { return fBottom; }
+    /// For boxes whose sides fit an int.
+    constexpr int32_t width() const { return fRight - fLeft; }
+    constexpr int32_t height() const { return fBottom - fTop; }
+    constexpr bool isEmpty() const { return fLeft >= fRight || fTop >= fBottom; }
+
+    friend constexpr bool operator==(const SkIRect& a, const SkIRect& b) {
+        return a.fLeft == b.fLeft && a.fTop == b.fTop && a.fRight == b.fRight && a.fBottom == b.fBottom;
+    }
+    friend constexpr bool operator!=(const SkIRect& a, const SkIRect& b) { return !(a == b); }
+};
+
 /// Left, top, right, bottom in float pixels, y down, far edges outside.
 struct SkRect {
     SkScalar fLeft;
