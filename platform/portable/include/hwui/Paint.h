@@ -78,8 +78,6 @@ private:
     minikin::FamilyVariant mFamilyVariant = minikin::FamilyVariant::DEFAULT;
     Align mAlign = kLeft_Align;
     Typeface* mTypeface = nullptr;
-    bool mFilterBitmap = false;
-    bool mDither = false;
     bool mUnderline = false;
     bool mStrikeThru = false;
     bool mDevKern = false;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 #include <minikin/FontStyle.h>
 #include <minikin/MinikinFont.h>

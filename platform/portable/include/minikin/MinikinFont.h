@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 #include <minikin/FontVariation.h>
@@ -56,9 +55,10 @@ public:
     const FontFace& face() const;
 
 private:
+    struct LazyFace;
+
     const int32_t mUniqueId;
-    mutable std::once_flag mFaceOnce;
-    mutable std::unique_ptr<const FontFace> mFace;
+    const std::unique_ptr<LazyFace> mFace;
 };
 
 }  // namespace minikin
