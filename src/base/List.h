@@ -14,7 +14,7 @@ struct ListImpl;
 /// Results are true or false unless stated. A failing operation stores the code in brackets with `Error::SetError`
 /// and changes nothing; it writes no log line. On a list that is not constructed every operation fails with [8]. A
 /// list argument that is null or not constructed fails with [7]. A handle of 0 or -1 fails with [7], one that is
-/// not open in this list with [9]. [1]: out of memory.
+/// not open in this list with [9]. [1]: out of memory; what was appended until then stays.
 ///
 /// Null items may be stored, but not searched for. A `List*` given to `Add` or `IsContained` means its items; cast
 /// it to `void*` to mean the pointer. No operation locks, and reading moves the cache: one list is used by one thread

@@ -5,6 +5,7 @@
 namespace QxFontEffect {
 
 struct QxStringImpl;
+struct WideText;
 
 /// A heap string of 32-bit wide characters, one per Unicode code point.
 ///
@@ -67,7 +68,8 @@ public:
     /// Number of characters; -1 on failure.
     int GetLength() const;
 
-    /// The NUL-terminated characters, borrowed; null when the text is absent.
+    /// The NUL-terminated characters, borrowed; null when the text is absent. They may be changed in place, but not to
+    /// NUL.
     const wchar_t* GetPointer() const;
     wchar_t* GetPointer();
 
@@ -108,11 +110,10 @@ public:
 private:
     friend class QxLog;  // asks for the text of strings that may not be constructed, without an error
 
-    bool isUsable(const QxString* other, int line) const;
-    bool create(wchar_t* ownedText, bool hasText, int line);
-    bool replace(wchar_t* ownedText, int line);
-    bool insertAt(const wchar_t* text, int index, int line);
-    const wchar_t* text() const;
+    bool create(WideText&& content);
+    bool replace(WideText&& content);
+    bool insert(const wchar_t* text, int64_t length, int index);
+    static bool isUsable(const QxString* argument, int line);
 
     QxStringImpl* mImpl = nullptr;
 };

@@ -189,7 +189,7 @@ template <typename Want, typename Got, typename... Context>
     if constexpr (sizeof...(context) > 0) {
         if (result) return result;
         std::ostringstream text;
-        (void)(text << ... << (text << ' ', context));
+        ((text << ' ' << context), ...);
         result << "\nwith" << text.str();
     }
     return result;
