@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "job.h"
+
+namespace qxrender {
+
+/// What the command line asks for.
+struct Options {
+    Job job;
+    std::string output;     ///< PNG; empty when only a style is to be saved
+    std::string saveStyle;  ///< empty: not wanted
+    std::optional<uint32_t> background;
+    bool report = false;
+};
+
+/// Parses the command line. Nothing to do (after --help and the like) gives an empty result. Throws Failure.
+std::optional<Options> parseOptions(int argc, char** argv);
+
+}  // namespace qxrender
