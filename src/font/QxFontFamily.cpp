@@ -1,0 +1,26 @@
+#include "font/QxFontFamily.h"
+
+#include "base/List.h"
+#include "base/QxString.h"
+#include "font/QxFontData.h"
+#include "font/list_walk.h"
+
+namespace QxFontEffect {
+
+void releaseFontFamily(QxFontFamily* family) {
+    if (family == nullptr) return;
+    if (family->fonts != nullptr) {
+        walkList(*family->fonts, false, [](void* item) {
+            auto* font = static_cast<QxFontData*>(item);
+            if (font == nullptr) return true;
+            delete font->path;
+            delete font->auxName;
+            delete font;
+            return true;
+        });
+        delete family->fonts;
+    }
+    delete family;
+}
+
+}  // namespace QxFontEffect
