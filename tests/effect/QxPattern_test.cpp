@@ -1,0 +1,215 @@
+#include "effect/QxPattern.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "effect/core_picture.h"
+#include "pixel/QxBlender.h"
+#include "support/failing_alloc.h"
+#include "support/planes.h"
+#include "support/reference/pattern_reference.h"
+
+namespace QxFontEffect {
+namespace {
+
+using test::CorePicture;
+using test::Rng;
+
+QxBitmap randomPattern(Rng& rng, int width, int height) {
+    QxBitmap pattern(static_cast<unsigned>(width), static_cast<unsigned>(height), 4);
+    for (size_t i = 0; i < size_t{4} * pattern.width * pattern.height; ++i)
+        pattern.pixels[i] = rng.oneIn(3) ? uint8_t{255} : rng.byte();
+    return pattern;
+}
+
+void setPattern(QxPattern& core, QxBitmap* pattern, float scale, float opacity) {
+    QxPatternProperty record(pattern, scale, opacity);
+    core.setProperty(&record);
+}
+
+// A picture with every pixel inked, after a fill with this pattern.
+CorePicture filled(int width, int height, QxBitmap* pattern, float scale, float opacity) {
+    CorePicture picture(width, height);
+    std::fill_n(picture.coverage.pixels, width * height, uint8_t{1});
+    QxPattern core;
+    setPattern(core, pattern, scale, opacity);
+    picture.runs(core);
+    return picture;
+}
+
+TEST(Pattern, EqualsThePlainLoopsOnRandomPictures) {
+    const float scales[] = {0.1f, 0.3f, 0.5f, 0.99f, 1.0f, 1.1f, 2.0f, 3.7f, 10.0f};
+    for (uint32_t seed = 0; seed < 1500; ++seed) {
+        Rng rng(seed);
+        CorePicture picture(1 + static_cast<int>(seed % 67), rng.between(1, 40));
+        picture.inkAtRandom(rng);
+        picture.paintAtRandom(rng);
+        picture.rect.left = rng.between(0, picture.rect.right - 1);
+        picture.rect.top = rng.between(0, picture.rect.bottom - 1);
+        picture.rect.right = rng.between(picture.rect.left + 1, picture.rect.right);
+        picture.rect.bottom = rng.between(picture.rect.top + 1, picture.rect.bottom);
+        const float scale = rng.oneIn(2) ? scales[rng.below(9)] : 0.1f + 9.9f * rng.unit();
+        // Each side of the tile has at least a pixel.
+        const int least = static_cast<int>(std::ceil(1.0f / scale));
+        QxBitmap pattern = randomPattern(rng, rng.between(least, least + 12), rng.between(least, least + 12));
+        const float opacity = rng.oneIn(3) ? 1.0f : rng.unit();
+
+        CorePicture want = picture;
+        std::vector<uint32_t> pixels = test::patternPixelsRef(picture.coverage, picture.rect, pattern, scale, opacity);
+        const int width = picture.rect.right - picture.rect.left;
+        QxBlender::drawBitmapBlend32(picture.rect.left, picture.rect.top, &want.output, pixels.data(), width,
+                                     picture.rect.bottom - picture.rect.top, width, QXE_BLEND_DST_OVER);
+
+        QxPattern core;
+        setPattern(core, &pattern, scale, opacity);
+        picture.runs(core);
+        ASSERT_TRUE(test::samePlane(want.outputPlane(), picture.outputPlane(), "seed", seed, "scale", scale, "pattern",
+                                    pattern.width, "x", pattern.height));
+    }
+}
+
+TEST(Pattern, LargeTilesThatAreNotKeptEqualThePlainLoopsToo) {
+    Rng rng(1);
+    QxBitmap pattern = randomPattern(rng, 400, 200);
+    CorePicture picture(900, 1000);
+    picture.inkAtRandom(rng);
+    CorePicture want = picture;
+    std::vector<uint32_t> pixels = test::patternPixelsRef(picture.coverage, picture.rect, pattern, 2.0f, 0.5f);
+    QxBlender::drawBitmapBlend32(0, 0, &want.output, pixels.data(), 900, 1000, 900, QXE_BLEND_DST_OVER);
+    QxPattern core;
+    setPattern(core, &pattern, 2.0f, 0.5f);
+    picture.runs(core);
+    EXPECT_SAME_PLANE(want.outputPlane(), picture.outputPlane());
+}
+
+TEST(Pattern, OpaqueWhiteComesOutSlightlyDarker) {
+    QxBitmap white(2, 2, 4);
+    std::fill_n(white.pixels, 16, uint8_t{255});
+    CorePicture picture = filled(3, 3, &white, 1.0f, 1.0f);
+    EXPECT_EQ(picture.out(2, 2, 3), 253);
+    for (int k = 0; k < 3; ++k) EXPECT_EQ(picture.out(2, 2, k), 251);
+}
+
+TEST(Pattern, TilesRepeatFromTheCornerOfTheTextRectangle) {
+    Rng rng(7);
+    QxBitmap pattern = randomPattern(rng, 2, 2);
+    std::fill_n(pattern.pixels, 4, uint8_t{255});
+    CorePicture whole = filled(9, 1, &pattern, 1.0f, 1.0f);
+    EXPECT_EQ(whole.out(0, 0, 0), 251);
+    for (int k = 0; k < 4; ++k) EXPECT_EQ(whole.out(0, 0, k), whole.out(2, 0, k));
+    for (int k = 0; k < 4; ++k) EXPECT_EQ(whole.out(1, 0, k), whole.out(3, 0, k));
+}
+
+TEST(Pattern, DrawsNothingWithoutSomethingToDraw) {
+    Rng rng(3);
+    QxBitmap good = randomPattern(rng, 4, 4);
+    QxBitmap grey(4, 4, 1);
+    QxBitmap empty;
+    QxBitmap flat(4, 0, 4);
+    QxBitmap lost = good;
+    std::free(lost.pixels);
+    lost.pixels = nullptr;
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const struct {
+        const char* name;
+        QxBitmap* pattern;
+        float scale, opacity;
+        int width, height;
+        bool draws;
+    } rows[] = {
+        {"the smallest scale", &good, 0.1f, 1, 1, 1, true},
+        {"a smaller scale", &good, 0.099f, 1, 1, 1, false},
+        {"a negative scale", &good, -5, 1, 9, 9, false},
+        {"no number for a scale", &good, nan, 1, 9, 9, false},
+        {"an endless scale", &good, std::numeric_limits<float>::infinity(), 1, 9, 9, true},
+        {"no number for an opacity", &good, 1, nan, 9, 9, false},
+        {"a thin tile on a box", &good, 0.2f, 1, 9, 9, false},
+        {"a thin tile on one column", &good, 0.2f, 1, 1, 9, false},
+        {"a thin tile on one pixel", &good, 0.2f, 1, 1, 1, true},
+        {"no pattern", nullptr, 1, 1, 9, 9, false},
+        {"a grey pattern", &grey, 1, 1, 9, 9, false},
+        {"an empty pattern", &empty, 1, 1, 9, 9, false},
+        {"a pattern without rows", &flat, 1, 1, 1, 1, false},
+        {"a pattern without memory", &lost, 1, 1, 9, 9, false},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(!filled(row.width, row.height, row.pattern, row.scale, row.opacity).blank(), row.draws) << row.name;
+
+    // An opacity out of range is limited, not wrapped.
+    good.pixels[0] = 200;
+    EXPECT_EQ(filled(2, 2, &good, 1, 100.0f).out(0, 0, 3), 255);
+    EXPECT_TRUE(filled(2, 2, &good, 1, -100.0f).blank());
+}
+
+TEST(Pattern, KeepsItsOwnCopiesAtNewAddresses) {
+    Rng rng(5);
+    QxBitmap pattern = randomPattern(rng, 3, 3);
+    QxPattern core;
+    setPattern(core, &pattern, 1, 1);
+    QxBitmap* const first = core.property->pattern;
+    setPattern(core, &pattern, 1, 1);
+    QxBitmap* const second = core.property->pattern;
+    EXPECT_NE(first, &pattern);
+    EXPECT_NE(first, second);
+    pattern.pixels[0] ^= 255;
+    EXPECT_NE(second->pixels[0], pattern.pixels[0]);
+
+    core.setProperty(nullptr);
+    EXPECT_EQ(core.property->pattern, second);
+    core.setProperty(core.property);  // its own record must survive long enough to be copied
+    EXPECT_NE(core.property->pattern, second);
+    EXPECT_EQ(core.property->pattern->pixels[0], second->pixels[0]);
+    setPattern(core, nullptr, 1, 1);
+    EXPECT_EQ(core.property->pattern, nullptr);
+}
+
+TEST(Pattern, RectanglesBesideTheCoverageAndMissingPartsAreHarmless) {
+    Rng rng(11);
+    QxBitmap pattern = randomPattern(rng, 3, 3);
+    QxPattern core;
+    setPattern(core, &pattern, 1, 1);
+    const int least = std::numeric_limits<int>::min(), most = std::numeric_limits<int>::max();
+    for (const QxRect& rect : {QxRect(least, least, most, most), QxRect(-3, -3, 2, 2), QxRect(4, 4, 90, 90),
+                               QxRect(5, 5, 1, 1), QxRect(most, most, least, least), QxRect(2, 2, 2, 9)}) {
+        CorePicture picture(6, 6);
+        picture.inkAtRandom(rng);
+        picture.rect = rect;
+        picture.runs(core);
+    }
+    CorePicture picture(6, 6);
+    QxBitmap none;
+    core.doPostProcessing(nullptr);
+    for (ParamPostProcessing params :
+         {ParamPostProcessing{nullptr, &picture.coverage, &picture.rect, 0, nullptr},
+          ParamPostProcessing{&picture.output, nullptr, &picture.rect, 0, nullptr},
+          ParamPostProcessing{&picture.output, &picture.coverage, nullptr, 0, nullptr},
+          ParamPostProcessing{&picture.coverage, &picture.output, &picture.rect, 0, nullptr},
+          ParamPostProcessing{&none, &none, &picture.rect, 0, nullptr}})
+        core.doPostProcessing(&params);
+    EXPECT_TRUE(picture.blank());
+}
+
+TEST(Pattern, WithoutMemoryNothingIsDrawnOrLost) {
+    Rng rng(13);
+    QxBitmap pattern = randomPattern(rng, 3, 3);
+    for (int request = 0;; ++request) {
+        CorePicture picture(40, 40);
+        std::fill_n(picture.coverage.pixels, 1600, uint8_t{255});
+        test::FailingAlloc failing(request);
+        {
+            QxPattern core;
+            setPattern(core, &pattern, 1, 1);
+            picture.runs(core);
+        }
+        test::AllocationPause pause;
+        ASSERT_EQ(picture.blank(), failing.refused()) << request;
+        if (!failing.refused()) break;
+        ASSERT_LT(request, 100);
+    }
+}
+
+}  // namespace
+}  // namespace QxFontEffect
