@@ -13,12 +13,33 @@ struct UBiDiDeleter {
     void operator()(UBiDi* bidi) const { ubidi_close(bidi); }
 };
 
-/// Whether a unit belongs to a right-to-left script or controls direction: all blocks with characters of the bidi
-/// classes R, AL, AN, and the surrogates that lead to some.
-bool mayTurnDirection(uint16_t c) {
-    return (c >= 0x0590 && c <= 0x08FF) || (c >= 0x200E && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) ||
-           (c >= 0xFB1D && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFF) || c == 0xD802 || c == 0xD803 || c == 0xD83A ||
-           c == 0xD83B;
+struct UnitBlock {
+    uint16_t first;
+    uint16_t last;
+};
+
+/// Right-to-left scripts and direction controls: all blocks with characters of the bidi classes R, AL and AN, and the
+/// surrogates that lead to some.
+constexpr UnitBlock kTurningBlocks[] = {{0x0590, 0x08FF}, {0x200E, 0x202E}, {0x2066, 0x2069}, {0xD802, 0xD803},
+                                        {0xD83A, 0xD83B}, {0xFB1D, 0xFDFF}, {0xFE70, 0xFEFF}};
+
+/// A wrapped paragraph is searched once for each of its lines, so this must run as fast as memory is read: plain
+/// loops over 16-bit numbers, which compilers turn into vector code.
+bool mayTurnDirection(const uint16_t* text, size_t count) {
+    constexpr size_t kStretch = 1024;
+    for (size_t start = 0; start < count; start += kStretch) {
+        const size_t end = std::min(count, start + kStretch);
+        uint16_t found = 0;
+        for (const UnitBlock& block : kTurningBlocks) {
+            const uint16_t size = static_cast<uint16_t>(block.last - block.first);
+            for (size_t i = start; i < end; ++i) {
+                const uint16_t offset = static_cast<uint16_t>(text[i] - block.first);
+                found = static_cast<uint16_t>(found | (offset <= size ? 1 : 0));
+            }
+        }
+        if (found != 0) return true;
+    }
+    return false;
 }
 
 UBiDiLevel baseLevel(Bidi bidi) {
@@ -42,9 +63,9 @@ std::vector<DirectionRun> directionRuns(const uint16_t* text, size_t count, Unit
     if (bidi == Bidi::FORCE_LTR) return leftToRight;
     if (bidi == Bidi::FORCE_RTL) return {{line, true}};
 
-    // Most paragraphs have one direction only, and a wrapped paragraph comes here once for each of its lines.
+    // Most paragraphs have one direction only.
     const bool startsLeft = bidi == Bidi::LTR || bidi == Bidi::DEFAULT_LTR;
-    if (startsLeft && std::none_of(text, text + count, mayTurnDirection)) return leftToRight;
+    if (startsLeft && !mayTurnDirection(text, count)) return leftToRight;
 
     const std::unique_ptr<UBiDi, UBiDiDeleter> resolver(ubidi_open());
     if (resolver == nullptr) return leftToRight;

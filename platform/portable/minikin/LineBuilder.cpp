@@ -101,7 +101,7 @@ void LineBuilder::placeGlyphs(const ScaledFont& font, size_t wordStart, float le
             advanceOf(i) += half;
             pen->x += letterSpacing;
         }
-        const float dy = -ScaledFont::toPixels(positions[i].y_offset);
+        const float dy = 0.0f - ScaledFont::toPixels(positions[i].y_offset);
         const float dx = ScaledFont::toPixels(positions[i].x_offset) + dy * mSettings.raster.skewX;
         mLayout.mGlyphs.push_back({font.font(), glyphs[i], pen->x + dx, dy});
         boxes[i].offset(pen->x + dx, dy);

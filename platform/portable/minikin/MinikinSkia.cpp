@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "GlyphMetricsCache.h"
+
 namespace android {
 
 namespace {
@@ -34,24 +36,34 @@ MinikinFontSkia::MinikinFontSkia(sk_sp<SkTypeface> typeface, const void* fontDat
       mFontSize(fontSize),
       mTtcIndex(ttcIndex),
       mFilePath(filePath),
-      mAxes(axes) {}
+      mAxes(axes),
+      mMetrics(std::make_unique<GlyphMetricsCache>()) {}
 
 MinikinFontSkia::~MinikinFontSkia() = default;
 
 void MinikinFontSkia::measureGlyphs(const minikin::RasterSettings& settings, minikin::FontFakery fakery,
                                     const uint16_t* glyphs, int count, float* advances,
                                     minikin::MinikinRect* boxes) const {
-    SkFont font;
-    font.setSize(settings.size);
-    font.setScaleX(settings.scaleX);
-    font.setSkewX(settings.skewX);
-    unpackFontFlags(&font, settings.fontFlags);
-    populateSkFont(&font, this, fakery);
+    const auto measure = [&](const std::vector<uint16_t>& missing, std::vector<GlyphMetrics>* metrics) {
+        SkFont font;
+        font.setSize(settings.size);
+        font.setScaleX(settings.scaleX);
+        font.setSkewX(settings.skewX);
+        unpackFontFlags(&font, settings.fontFlags);
+        populateSkFont(&font, this, fakery);
 
-    std::vector<SkRect> bounds(boxes != nullptr ? static_cast<size_t>(count) : 0);
-    font.getWidthsBounds(glyphs, count, advances, boxes != nullptr ? bounds.data() : nullptr, nullptr);
-    for (size_t i = 0; i < bounds.size(); ++i) {
-        boxes[i] = minikin::MinikinRect(bounds[i].fLeft, bounds[i].fTop, bounds[i].fRight, bounds[i].fBottom);
+        std::vector<SkScalar> widths(missing.size());
+        std::vector<SkRect> bounds(missing.size());
+        font.getWidthsBounds(missing.data(), static_cast<int>(missing.size()), widths.data(), bounds.data(), nullptr);
+        for (size_t i = 0; i < missing.size(); ++i) {
+            const SkRect& box = bounds[i];
+            (*metrics)[i] = {widths[i], minikin::MinikinRect(box.fLeft, box.fTop, box.fRight, box.fBottom)};
+        }
+    };
+    const std::vector<GlyphMetrics> metrics = mMetrics->get(settings, fakery, glyphs, count, measure);
+    for (size_t i = 0; i < metrics.size(); ++i) {
+        if (advances != nullptr) advances[i] = metrics[i].advance;
+        if (boxes != nullptr) boxes[i] = metrics[i].box;
     }
 }
 

@@ -16,6 +16,8 @@
 
 namespace android {
 
+class GlyphMetricsCache;
+
 /// A font whose glyphs are measured and drawn by an SkTypeface.
 class MinikinFontSkia : public minikin::MinikinFont {
 public:
@@ -55,6 +57,7 @@ private:
     const int mTtcIndex;
     const std::string mFilePath;
     const std::vector<minikin::FontVariation> mAxes;
+    const std::unique_ptr<GlyphMetricsCache> mMetrics;
 };
 
 }  // namespace android
