@@ -12,24 +12,35 @@
 /// Finds the packaged fonts that tests draw with, wherever the system keeps them. Link qx_test_fonts.
 namespace testsupport {
 
+/// Paths of all installed font files, listed once, in a configuration of its own that leaves the process's alone.
+inline const std::vector<std::string>& fontFiles() {
+    static const std::vector<std::string>* files = [] {
+        auto* found = new std::vector<std::string>;
+        FcConfig* config = FcInitLoadConfigAndFonts();
+        FcPattern* everything = FcPatternCreate();
+        FcObjectSet* wanted = FcObjectSetBuild(FC_FILE, static_cast<char*>(nullptr));
+        FcFontSet* fonts = FcFontList(config, everything, wanted);
+        for (int i = 0; fonts != nullptr && i < fonts->nfont; ++i) {
+            FcChar8* file = nullptr;
+            if (FcPatternGetString(fonts->fonts[i], FC_FILE, 0, &file) == FcResultMatch)
+                found->push_back(reinterpret_cast<const char*>(file));
+        }
+        if (fonts != nullptr) FcFontSetDestroy(fonts);
+        FcObjectSetDestroy(wanted);
+        FcPatternDestroy(everything);
+        FcConfigDestroy(config);
+        return found;
+    }();
+    return *files;
+}
+
 /// Path of an installed font file by its bare name ("Roboto-Regular.ttf"). A font that is not installed fails the
 /// test and gives "".
 inline std::string fontFile(const std::string& fileName) {
-    FcPattern* everything = FcPatternCreate();
-    FcObjectSet* wanted = FcObjectSetBuild(FC_FILE, static_cast<char*>(nullptr));
-    FcFontSet* fonts = FcFontList(nullptr, everything, wanted);
-    std::string found;
-    for (int i = 0; fonts != nullptr && i < fonts->nfont && found.empty(); ++i) {
-        FcChar8* file = nullptr;
-        if (FcPatternGetString(fonts->fonts[i], FC_FILE, 0, &file) != FcResultMatch) continue;
-        const std::string path = reinterpret_cast<const char*>(file);
-        if (path.substr(path.rfind('/') + 1) == fileName) found = path;
-    }
-    if (fonts != nullptr) FcFontSetDestroy(fonts);
-    FcObjectSetDestroy(wanted);
-    FcPatternDestroy(everything);
-    if (found.empty()) ADD_FAILURE() << "font " << fileName << " is not installed";
-    return found;
+    for (const std::string& path : fontFiles())
+        if (path.substr(path.rfind('/') + 1) == fileName) return path;
+    ADD_FAILURE() << "font " << fileName << " is not installed";
+    return "";
 }
 
 /// The whole file; empty when it cannot be read.
