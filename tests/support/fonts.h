@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <fstream>
 #include <iterator>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -55,7 +56,9 @@ inline const std::vector<char>& fontBytes(const std::string& fileName) {
         std::string name;
         const std::vector<char>* bytes;
     };
+    static std::mutex mutex;
     static std::vector<Loaded>* all = new std::vector<Loaded>;
+    const std::lock_guard<std::mutex> lock(mutex);
     for (const Loaded& loaded : *all)
         if (loaded.name == fileName) return *loaded.bytes;
     all->push_back({fileName, new std::vector<char>(fileBytes(fontFile(fileName)))});

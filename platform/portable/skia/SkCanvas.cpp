@@ -29,31 +29,30 @@ void writePixel(RgbaPixel pixel, uint8_t* at) {
     std::memcpy(at, &pixel, sizeof pixel);
 }
 
-void blendPixel(RgbaPixel source, SkBlendMode mode, uint8_t* at) {
-    if (mode == SkBlendMode::kClear)
-        writePixel({0, 0, 0, 0}, at);
-    else if (mode == SkBlendMode::kSrc)
-        writePixel(source, at);
-    else
-        writePixel(portable::sourceOver(source, readPixel(at)), at);
+RgbaPixel blended(RgbaPixel source, SkBlendMode mode, RgbaPixel ground) {
+    if (mode == SkBlendMode::kClear) return {0, 0, 0, 0};
+    return mode == SkBlendMode::kSrc ? source : portable::sourceOver(source, ground);
 }
 
-void blendCoverage(unsigned alpha, SkBlendMode mode, uint8_t* at) {
-    if (mode == SkBlendMode::kClear)
-        *at = 0;
-    else if (mode == SkBlendMode::kSrc)
-        *at = static_cast<uint8_t>(alpha);
-    else
-        *at = portable::coverageOver(alpha, *at);
+void fillCoverageRow(unsigned alpha, SkBlendMode mode, uint8_t* row, int count) {
+    if (mode != SkBlendMode::kSrcOver) {
+        std::memset(row, mode == SkBlendMode::kClear ? 0 : static_cast<int>(alpha), static_cast<size_t>(count));
+        return;
+    }
+    for (int x = 0; x < count; ++x) row[x] = portable::coverageOver(alpha, row[x]);
+}
+
+void fillColorRow(RgbaPixel color, SkBlendMode mode, uint8_t* row, int count) {
+    for (int x = 0; x < count; ++x, row += 4) writePixel(blended(color, mode, readPixel(row)), row);
 }
 
 void addMask(const portable::GlyphMask& mask, const SkIRect& clip, unsigned alpha, const SkBitmap& bitmap) {
     const SkIRect area = portable::intersected(mask.box, clip);
     for (int y = area.fTop; y < area.fBottom; ++y) {
-        const uint8_t* coverage = mask.row(y) - mask.box.fLeft;
+        const uint8_t* coverage = mask.row(y);
         uint8_t* row = bitmap.row(y);
         for (int x = area.fLeft; x < area.fRight; ++x) {
-            const unsigned c = portable::coverageTimesAlpha(coverage[x], alpha);
+            const unsigned c = portable::coverageTimesAlpha(coverage[x - mask.box.fLeft], alpha);
             row[x] = portable::coverageOver(c, row[x]);
         }
     }
@@ -63,7 +62,9 @@ void addMask(const portable::GlyphMask& mask, const SkIRect& clip, unsigned alph
 
 SkCanvas::SkCanvas(const SkBitmap& bitmap)
     : mBitmap(bitmap),
-      mClip(bitmap.drawsNothing() ? SkIRect::MakeEmpty() : SkIRect::MakeWH(bitmap.width(), bitmap.height())) {}
+      mClip(bitmap.drawsNothing() ? SkIRect::MakeEmpty()
+                                  : SkIRect::MakeWH(std::min(bitmap.width(), portable::kFarthestPixel),
+                                                    std::min(bitmap.height(), portable::kFarthestPixel))) {}
 
 SkIRect SkCanvas::clipped(const SkRect& rect) const {
     if (std::isnan(rect.fLeft) || std::isnan(rect.fTop) || std::isnan(rect.fRight) || std::isnan(rect.fBottom))
@@ -89,19 +90,13 @@ void SkCanvas::drawRect(const SkRect& rect, const SkPaint& paint) {
 }
 
 void SkCanvas::fill(const SkIRect& area, SkColor color, SkBlendMode mode) {
-    if (mode == SkBlendMode::kSrcOver && SkColorGetA(color) == 0) return;
+    if (area.isEmpty() || (mode == SkBlendMode::kSrcOver && SkColorGetA(color) == 0)) return;
     const RgbaPixel pixel = portable::pixelOf(color);
-    const bool coverage = isCoverage(mBitmap);
-    if (!coverage && !isColor(mBitmap)) return;
-
     for (int y = area.fTop; y < area.fBottom; ++y) {
-        uint8_t* row = mBitmap.row(y);
-        for (int x = area.fLeft; x < area.fRight; ++x) {
-            if (coverage)
-                blendCoverage(pixel.a, mode, row + x);
-            else
-                blendPixel(pixel, mode, row + 4 * static_cast<ptrdiff_t>(x));
-        }
+        if (isCoverage(mBitmap))
+            fillCoverageRow(pixel.a, mode, mBitmap.row(y) + area.fLeft, area.width());
+        else if (isColor(mBitmap))
+            fillColorRow(pixel, mode, mBitmap.row(y) + 4 * static_cast<ptrdiff_t>(area.fLeft), area.width());
     }
 }
 
@@ -120,7 +115,8 @@ void SkCanvas::drawBitmap(const SkBitmap& bitmap, SkScalar left, SkScalar top, c
         for (int x = std::max(x0, mClip.fLeft); x < right; ++x) {
             RgbaPixel source = readPixel(from + 4 * static_cast<ptrdiff_t>(x - x0));
             source.a = static_cast<uint8_t>(portable::coverageTimesAlpha(source.a, alpha));
-            blendPixel(source, mode, row + 4 * static_cast<ptrdiff_t>(x));
+            uint8_t* at = row + 4 * static_cast<ptrdiff_t>(x);
+            writePixel(blended(source, mode, readPixel(at)), at);
         }
     }
 }

@@ -16,8 +16,8 @@ namespace {
 constexpr double kFarthestOrigin = 1 << 24;
 // FreeType's 1-bit rasteriser counts columns and rows in 16 bits.
 constexpr int kLargestOutline = 32000;
-// Drop-out control looks at the neighbours of a pixel, so a 1-bit outline is drawn a little beyond the clip.
-constexpr int kClipMargin = 2;
+// Up to here a glyph is drawn whole, whatever its clip.
+constexpr int64_t kLargestWholeMask = 1 << 24;
 
 bool nearEnough(SkPoint origin) {
     return std::fabs(origin.fX) <= kFarthestOrigin && std::fabs(origin.fY) <= kFarthestOrigin;
@@ -87,12 +87,18 @@ bool renderAntialiased(FT_Outline* outline, const uint8_t* gamma, GlyphMask* mas
     return true;
 }
 
-/// Draws the part of an outline that the clip can show. The outline's coordinates are the canvas's, y up.
+/// The pixels to draw of an outline. FreeType shortens curves at the edges of its target, which moves their coverage
+/// by a level or two, so that only outlines much larger than a screen are cut.
+SkIRect maskArea(const SkIRect& box, const SkIRect& clip) {
+    const SkIRect visible = intersected(box, clip);
+    const bool whole = int64_t{box.width()} * box.height() <= kLargestWholeMask;
+    return whole && !visible.isEmpty() ? box : visible;
+}
+
+/// Draws what the clip can show of an outline. Outline and clip are in the same pixels, the outline y up.
 GlyphMask renderOutline(FT_Outline* outline, bool aliased, const uint8_t* gamma, const SkIRect& clip) {
-    const SkIRect wanted = SkIRect::MakeLTRB(clip.fLeft - kClipMargin, clip.fTop - kClipMargin,
-                                             clip.fRight + kClipMargin, clip.fBottom + kClipMargin);
     GlyphMask mask;
-    if (!mask.allocate(intersected(pixelsOf(*outline), wanted))) return mask;
+    if (!mask.allocate(maskArea(pixelsOf(*outline), clip))) return mask;
 
     FT_Outline_Translate(outline, FT_Pos{-64} * mask.box.fLeft, FT_Pos{64} * mask.box.fBottom);
     const bool done = aliased ? renderAliased(outline, &mask) : renderAntialiased(outline, gamma, &mask);

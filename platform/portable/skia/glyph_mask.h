@@ -26,7 +26,7 @@ struct GlyphMask {
 /// do not.
 ///
 /// @param origin  where the glyph's origin falls, y on the baseline, canvas pixels.
-/// @param clip    the part of the canvas that is wanted; the mask may be smaller than it or reach a little beyond.
+/// @param clip    the part of the canvas that is wanted; the mask may be smaller than it or reach beyond it.
 /// @return an empty mask for a glyph without ink in the clip, an origin that is not finite or more than 2^24 pixels
 ///         away, an outline wider or higher than 32000 pixels, and when there is no memory.
 GlyphMask rasteriseGlyph(GlyphLoader& loader, SkGlyphID glyph, SkPoint origin, const SkIRect& clip);

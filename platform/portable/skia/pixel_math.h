@@ -8,12 +8,13 @@
 
 namespace portable {
 
-/// Rounds down into the range +-2^24 that boxes and positions are kept in, so that their sums fit an int. NaN
-/// becomes 0.
+/// Pixel coordinates are kept within this of 0, which leaves room to add two of them.
+constexpr int kFarthestPixel = 1 << 29;
+
+/// Rounds down, to at most kFarthestPixel either way. NaN becomes 0.
 inline int saturatedFloor(double value) {
-    constexpr double kFar = 1 << 24;
     if (std::isnan(value)) return 0;
-    return static_cast<int>(std::floor(std::clamp(value, -kFar, kFar)));
+    return static_cast<int>(std::floor(std::clamp(value, -1.0 * kFarthestPixel, 1.0 * kFarthestPixel)));
 }
 
 /// The pixel edge that an edge falls on: half up.

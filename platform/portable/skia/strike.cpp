@@ -62,7 +62,8 @@ bool makeStrike(const SkFont& font, Strike* strike) {
     const bool upright = skew == 0 && !mirrored;
     const SkFontHinting hinting = upright && !made.asPath ? font.getHinting() : SkFontHinting::kNone;
     made.loadFlags = hintingFlags(font, hinting) | FT_LOAD_COLOR | FT_LOAD_IGNORE_GLOBAL_ADVANCE_WIDTH;
-    if (!font.isEmbeddedBitmaps() || made.asPath) made.loadFlags |= FT_LOAD_NO_BITMAP;
+    // Embedded pictures are of upright glyphs of one size.
+    if (!font.isEmbeddedBitmaps() || made.asPath || !upright) made.loadFlags |= FT_LOAD_NO_BITMAP;
     made.linearAdvance = font.isLinearMetrics() || hinting == SkFontHinting::kNone || hinting == SkFontHinting::kSlight;
 
     made.aliased = font.getEdging() == SkFont::Edging::kAlias;
