@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <initializer_list>
 #include <vector>
 
 #include "base/Error.h"
@@ -267,39 +269,29 @@ TEST(List, EqualsAModelOverRandomOperations) {
     }
 }
 
-TEST(List, FailsBeforeConstructAndOnASecondConstruct) {
-    List list;
-    int item = 0;
-    const auto failsWith = [](int code, bool failed) {
-        const bool right = failed && Error::GetError() == code;
-        Error::SetError(0);
-        return right;
-    };
-    EXPECT_TRUE(failsWith(8, !list.Add(&item)));
-    EXPECT_TRUE(failsWith(8, !list.Insert(&item, 0)));
-    EXPECT_TRUE(failsWith(8, !list.Remove(&item)));
-    EXPECT_TRUE(failsWith(8, !list.Remove(0)));
-    EXPECT_TRUE(failsWith(8, !list.RemoveAll()));
-    EXPECT_TRUE(failsWith(8, list.GetCount() == -1));
-    EXPECT_TRUE(failsWith(8, list.Get(0) == nullptr));
-    EXPECT_TRUE(failsWith(8, list.GetIndex(&item) == -1));
-    EXPECT_TRUE(failsWith(8, list.BeginTraversal() == -1));
-    EXPECT_TRUE(failsWith(8, list.GetData(1) == nullptr));
-    EXPECT_TRUE(failsWith(8, !list.NextData(1)));
-    EXPECT_TRUE(failsWith(8, !list.EndTraversal(1)));
+/// Whether all of these failed, the last one with this code; the slot is clean afterwards.
+bool failedWith(int code, std::initializer_list<bool> failures) {
+    bool right = Error::GetError() == code;
+    for (const bool failure : failures) right = right && failure;
+    Error::SetError(0);
+    return right;
+}
 
-    List unmade;
-    EXPECT_TRUE(failsWith(7, !list.Construct(&unmade)));
-    EXPECT_TRUE(failsWith(7, !list.Construct(nullptr, 1)));
+TEST(List, FailsBeforeConstructAndOnASecondConstruct) {
+    List list, unmade, copy;
+    int item = 0;
+    EXPECT_TRUE(failedWith(8, {!list.Add(&item), !list.Insert(&item, 0), !list.Remove(&item), !list.Remove(0)}));
+    EXPECT_TRUE(failedWith(8, {!list.RemoveAll(), list.GetCount() == -1, list.Get(0) == nullptr}));
+    EXPECT_TRUE(failedWith(8, {list.GetIndex(&item) == -1, list.BeginTraversal() == -1, !list.EndTraversal(1)}));
+    EXPECT_TRUE(failedWith(8, {list.GetData(1) == nullptr, !list.NextData(1), !list.Move(1, 0)}));
+
     void* items[] = {&item, nullptr, &item};
-    EXPECT_TRUE(failsWith(7, !list.Construct(items, -1)));
+    EXPECT_TRUE(failedWith(7, {!list.Construct(&unmade), !list.Construct(nullptr, 1), !list.Construct(items, -1)}));
     ASSERT_TRUE(list.Construct(items, 3));
-    EXPECT_TRUE(failsWith(4, !list.Construct()));
-    EXPECT_TRUE(failsWith(4, !list.Construct(items, 3)));
-    EXPECT_TRUE(failsWith(7, !list.Add(static_cast<const List*>(nullptr))));
+    EXPECT_TRUE(failedWith(4, {!list.Construct(), !list.Construct(items, 3), !list.Construct(&copy)}));
+    EXPECT_TRUE(failedWith(7, {!list.Add(static_cast<const List*>(nullptr)), !list.Add(&unmade)}));
     EXPECT_EQ(list.GetCount(), 3);
 
-    List copy;
     ASSERT_TRUE(copy.Construct(&list));
     EXPECT_EQ(copy.GetCount(), 3);
     EXPECT_EQ(copy.Get(1), nullptr);

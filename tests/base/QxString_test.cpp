@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
+#include <initializer_list>
 #include <memory>
 #include <string>
 
@@ -35,11 +37,12 @@ std::wstring textOf(const QxString& string) {
     return copy;
 }
 
-/// Whether a call failed with this code as the last one; the slot is clean afterwards.
-testing::AssertionResult failsWith(int code, bool failed) {
+/// Whether all of these failed, the last one with this code; the slot is clean afterwards.
+testing::AssertionResult failsWith(int code, std::initializer_list<bool> failures) {
     const int got = Error::GetError();
     Error::SetError(0);
-    if (!failed) return testing::AssertionFailure() << "did not fail";
+    for (const bool failed : failures)
+        if (!failed) return testing::AssertionFailure() << "did not fail";
     if (got != code) return testing::AssertionFailure() << "error " << got;
     return testing::AssertionSuccess();
 }
@@ -110,41 +113,24 @@ TEST(QxString, FailsBeforeConstructAndOnASecondConstruct) {
     CapturedLog log;
     QxString unmade;
     Made made(L"abc");
-    Error::SetError(0);
     wchar_t character = 0;
     char bytes[4];
-    EXPECT_TRUE(failsWith(8, !unmade.Set(L"a")));
-    EXPECT_TRUE(failsWith(8, !unmade.Clear()));
-    EXPECT_TRUE(failsWith(8, !unmade.Append(kNoWide)));
-    EXPECT_TRUE(failsWith(8, !unmade.Insert(L"a", 0)));
-    EXPECT_TRUE(failsWith(8, !unmade.Remove(0, 0)));
-    EXPECT_TRUE(failsWith(8, !unmade.SetSubstring(&made, 0, 0)));
-    EXPECT_TRUE(failsWith(8, unmade.GetLength() == -1));
-    EXPECT_TRUE(failsWith(8, unmade.GetPointer() == nullptr));
-    EXPECT_TRUE(failsWith(8, !unmade.GetChar(0, &character)));
-    EXPECT_TRUE(failsWith(8, unmade.GetUTF8Size() == -1));
-    EXPECT_TRUE(failsWith(8, !unmade.GetUTF8(bytes, 4)));
-    EXPECT_TRUE(failsWith(8, unmade.GetUTF16Size() == -1));
-    EXPECT_TRUE(failsWith(8, unmade.GetUTF16() == nullptr));
-    EXPECT_TRUE(failsWith(8, unmade.CompareTo(&made) == -1));
-    EXPECT_TRUE(failsWith(8, unmade.Find(L"a") == -1));
-    EXPECT_TRUE(failsWith(8, unmade.ReverseFind("a") == -1));
+    EXPECT_TRUE(failsWith(8, {!unmade.Set(L"a"), !unmade.Clear(), !unmade.Append(kNoWide), !unmade.Insert(L"a", 0)}));
+    EXPECT_TRUE(failsWith(8, {!unmade.Remove(0, 0), !unmade.SetSubstring(&made, 0, 0), unmade.GetLength() == -1}));
+    EXPECT_TRUE(failsWith(8, {unmade.GetPointer() == nullptr, !unmade.GetChar(0, &character)}));
+    EXPECT_TRUE(failsWith(8, {unmade.GetUTF8Size() == -1, !unmade.GetUTF8(bytes, 4), unmade.GetUTF16Size() == -1}));
+    EXPECT_TRUE(failsWith(8, {unmade.GetUTF16() == nullptr, unmade.CompareTo(&made) == -1}));
+    EXPECT_TRUE(failsWith(8, {unmade.Find(L"a") == -1, unmade.ReverseFind("a") == -1}));
     EXPECT_EQ(log.take().size(), 16u) << "each failure writes one line";
 
-    EXPECT_TRUE(failsWith(4, !made.Construct()));
-    EXPECT_TRUE(failsWith(4, !made.Construct(kNoWide)));
-    EXPECT_TRUE(failsWith(4, !made.Construct("x")));
-    EXPECT_TRUE(failsWith(4, !made.Construct(&unmade)));
-    EXPECT_TRUE(failsWith(4, !made.Construct(L"x", 1)));
+    EXPECT_TRUE(failsWith(4, {!made.Construct(), !made.Construct(kNoWide), !made.Construct("x"),
+                              !made.Construct(&unmade), !made.Construct(L"x", 1)}));
     EXPECT_EQ(textOf(made), L"abc");
     EXPECT_THAT(log.take(), testing::Each(isNativeError("QxString", 4)));
 
-    EXPECT_TRUE(failsWith(7, !unmade.Construct(kNoWide)));
-    EXPECT_TRUE(failsWith(7, !unmade.Construct(kNoBytes)));
-    EXPECT_TRUE(failsWith(7, !unmade.Construct(kNoString)));
-    EXPECT_TRUE(failsWith(7, !unmade.Construct(L"abc", -1)));
-    EXPECT_TRUE(failsWith(8, unmade.GetLength() == -1)) << "a failed Construct leaves the shell";
-    log.take();
+    EXPECT_TRUE(failsWith(7, {!unmade.Construct(kNoWide), !unmade.Construct(kNoBytes), !unmade.Construct(kNoString),
+                              !unmade.Construct(L"abc", -1)}));
+    EXPECT_TRUE(failsWith(8, {unmade.GetLength() == -1})) << "a failed Construct leaves the shell";
 }
 
 TEST(QxString, ReportsAnArgumentThatIsNotConstructedWithEightThenSeven) {
@@ -153,10 +139,8 @@ TEST(QxString, ReportsAnArgumentThatIsNotConstructedWithEightThenSeven) {
     Made made(L"abc");
     EXPECT_FALSE(target.Construct(&unmade));
     EXPECT_THAT(log.take(), ElementsAre(isNativeError("QxString", 8), isNativeError("QxString", 7)));
-    EXPECT_TRUE(failsWith(7, !made.Set(&unmade)));
-    EXPECT_TRUE(failsWith(7, !made.Append(&unmade)));
-    EXPECT_TRUE(failsWith(7, !made.Insert(&unmade, 0)));
-    EXPECT_TRUE(failsWith(7, !made.SetSubstring(&unmade, 0, 0)));
+    EXPECT_TRUE(failsWith(7, {!made.Set(&unmade), !made.Append(&unmade), !made.Insert(&unmade, 0)}));
+    EXPECT_TRUE(failsWith(7, {!made.SetSubstring(&unmade, 0, 0), made.CompareTo(&unmade) == -1}));
     EXPECT_EQ(textOf(made), L"abc");
 }
 
@@ -179,7 +163,7 @@ TEST(QxString, TreatsAbsentTextAsEmpty) {
     for (const bool cleared : {copy.Set(kNoString), copy.Set(kNoWide), copy.Set(kNoBytes), copy.Clear()})
         EXPECT_TRUE(cleared && copy.GetPointer() == nullptr);
     CapturedLog quiet;
-    EXPECT_TRUE(failsWith(7, !copy.SetSubstring(&absent, 0, 0)));
+    EXPECT_TRUE(failsWith(7, {!copy.SetSubstring(&absent, 0, 0)}));
 }
 
 TEST(QxString, CopiesNoMoreThanThereIs) {
@@ -271,14 +255,14 @@ TEST(QxString, TellsItsSizesAndWritesItsForms) {
     EXPECT_TRUE(text.GetUTF8(cut, 6));
     EXPECT_EQ(std::string(cut, 8), std::string("a\xC3\xA9\0?\0??", 8)) << "behind the last character and at the end";
     CapturedLog quiet;
-    EXPECT_TRUE(failsWith(7, !text.GetUTF8(cut, -1)));
-    EXPECT_TRUE(failsWith(7, !text.GetUTF8(nullptr, 4)));
+    EXPECT_TRUE(failsWith(7, {!text.GetUTF8(cut, -1)}));
+    EXPECT_TRUE(failsWith(7, {!text.GetUTF8(nullptr, 4)}));
 
     wchar_t character = 0;
     EXPECT_TRUE(text.GetChar(2, &character) && character == 0x20AC);
-    EXPECT_TRUE(failsWith(3, !text.GetChar(3, &character)));
-    EXPECT_TRUE(failsWith(3, !text.GetChar(-1, &character)));
-    EXPECT_TRUE(failsWith(7, !text.GetChar(0, nullptr)));
+    EXPECT_TRUE(failsWith(3, {!text.GetChar(3, &character)}));
+    EXPECT_TRUE(failsWith(3, {!text.GetChar(-1, &character)}));
+    EXPECT_TRUE(failsWith(7, {!text.GetChar(0, nullptr)}));
 }
 
 TEST(QxString, StaysAsItWasWhenMemoryRunsOut) {

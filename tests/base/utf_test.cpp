@@ -2,6 +2,7 @@
 
 #include <clocale>
 #include <cstring>
+#include <cwchar>
 #include <string>
 #include <vector>
 
@@ -96,33 +97,31 @@ TEST(Utf8, RoundTripsEveryCharacterUnderTheCLocale) {
 
 TEST(Utf8, GivesOneReplacementForEachMalformedSequence) {
     const struct {
+        const char* what;
         const char* bytes;
         const wchar_t* wanted;
     } cases[] = {
-        {"\x80", L"\xFFFD"},                                // a continuation byte alone
-        {"a\xBF\xBFz", L"a\xFFFD\xFFFDz"},                  // two of them
-        {"\xFE\xFF", L"\xFFFD\xFFFD"},                      // bytes that never occur
-        {"\xC3", L"\xFFFD"},                                // cut off at the end
-        {"\xE2\x82", L"\xFFFD"},                            //
-        {"\xF0\x9F\x98", L"\xFFFD"},                        //
-        {"\xE2\x82z", L"\xFFFDz"},                          // cut off by another character
-        {"\xF0\x9F\xC3\xA9", L"\xFFFD\xE9"},                //
-        {"\xC0\x80z", L"\xFFFDz"},                          // longer than needed
-        {"\xC1\xBF", L"\xFFFD"},                            //
-        {"\xE0\x9F\xBF", L"\xFFFD"},                        //
-        {"\xF0\x8F\xBF\xBF", L"\xFFFD"},                    //
-        {"\xED\xA0\x80", L"\xFFFD"},                        // a surrogate
-        {"\xED\xA0\xBD\xED\xB8\x80", L"\xFFFD\xFFFD"},      // two of them
-        {"\xF4\x90\x80\x80z", L"\xFFFDz"},                  // above the last character
-        {"\xF8\x88\x80\x80\x80z", L"\xFFFDz"},              // the old long forms
-        {"\xFD\xBF\xBF\xBF\xBF\xBF\xBF", L"\xFFFD\xFFFD"},  // and a byte too many
-        {"\xED\x9F\xBF\xEE\x80\x80", L"\xD7FF\xE000"},      // good ones on both sides of the surrogates
+        {"continuation bytes alone", "a\xBF\x80z", L"a\xFFFD\xFFFDz"},
+        {"bytes that never occur", "\xFE\xFF", L"\xFFFD\xFFFD"},
+        {"two bytes cut off at the end", "\xC3", L"\xFFFD"},
+        {"four bytes cut off at the end", "\xF0\x9F\x98", L"\xFFFD"},
+        {"cut off by a letter", "\xE2\x82z", L"\xFFFDz"},
+        {"cut off by another lead byte", "\xF0\x9F\xC3\xA9", L"\xFFFD\xE9"},
+        {"NUL in two bytes", "\xC0\x80z", L"\xFFFDz"},
+        {"U+7F in two bytes", "\xC1\xBF", L"\xFFFD"},
+        {"U+7FF in three bytes", "\xE0\x9F\xBF", L"\xFFFD"},
+        {"U+FFFF in four bytes", "\xF0\x8F\xBF\xBF", L"\xFFFD"},
+        {"U+100000 in five bytes", "\xF8\x84\x80\x80\x80", L"\xFFFD"},
+        {"a surrogate pair", "\xED\xA0\xBD\xED\xB8\x80", L"\xFFFD\xFFFD"},
+        {"neighbours of the surrogates", "\xED\x9F\xBF\xEE\x80\x80", L"\xD7FF\xE000"},
+        {"above the last character", "\xF4\x90\x80\x80z", L"\xFFFDz"},
+        {"five bytes", "\xF8\x88\x80\x80\x80z", L"\xFFFDz"},
+        {"six bytes and one more", "\xFD\xBF\xBF\xBF\xBF\xBF\xBF", L"\xFFFD\xFFFD"},
     };
     for (const auto& c : cases) {
-        const std::wstring got = decoded(c.bytes);
-        EXPECT_EQ(got, c.wanted) << testing::PrintToString(std::string(c.bytes));
+        EXPECT_EQ(decoded(c.bytes), c.wanted) << c.what;
         const bool wellFormed = std::wcschr(c.wanted, 0xFFFD) == nullptr;
-        EXPECT_EQ(isWellFormedUtf8(c.bytes, std::strlen(c.bytes)), wellFormed);
+        EXPECT_EQ(isWellFormedUtf8(c.bytes, std::strlen(c.bytes)), wellFormed) << c.what;
     }
     EXPECT_TRUE(isWellFormedUtf8("a\0b", 3));
     EXPECT_FALSE(isWellFormedUtf8("\xE2\x82\xAC", 2)) << "must not look behind the end";
