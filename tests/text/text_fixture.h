@@ -1,0 +1,92 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <minikin/LocaleList.h>
+
+#include <string>
+#include <vector>
+
+#include "base/List.h"
+#include "base/QxString.h"
+#include "font/FontManager.h"
+#include "font/QxFontData.h"
+#include "font/QxFontFamily.h"
+#include "support/fonts.h"
+#include "text/QxLineInfo.h"
+#include "text/QxTextObject.h"
+#include "text/QxView.h"
+
+namespace QxFontEffect::test {
+
+/// The system families that the tests of this program share, in this order. A process adopts families once.
+enum TestFamily { kDefault, kKorean, kJapanese, kJapaneseToo, kHans, kHant, kArabic, kArabicToo, kFamilies };
+
+inline QxFontFamily* newFamily(const char* locales, const std::string& path) {
+    auto* const font = new QxFontData;
+    font->path = new QxString;
+    font->path->Construct(path.c_str());
+    auto* const family = new QxFontFamily;
+    family->localeListId = minikin::registerLocaleList(locales);
+    family->fonts = new List;
+    family->fonts->Construct();
+    family->fonts->Add(static_cast<void*>(font));
+    return family;
+}
+
+/// Hands the families over at first use and forgets what was loaded since, except the default one.
+inline std::vector<QxFontFamily*>& systemFamilies() {
+    static std::vector<QxFontFamily*>& families = *[] {
+        const std::string latin = testsupport::fontFile(testsupport::kRobotoRegular);
+        const std::string arabic = testsupport::fontFile(testsupport::kNotoNaskh);
+        auto* const made = new std::vector<QxFontFamily*>{newFamily("", latin),          newFamily("ko", latin),
+                                                          newFamily("ja", latin),        newFamily("ja", latin),
+                                                          newFamily("zh-Hans", latin),   newFamily("zh-Hant", latin),
+                                                          newFamily("und-Arab", arabic), newFamily("und-Arab", arabic)};
+        auto* const list = new List;
+        list->Construct();
+        for (QxFontFamily* family : *made) list->Add(static_cast<void*>(family));
+        FontManager::GetInstance()->BuildMinikinFamily(made->front());
+        FontManager::GetInstance()->SetSystemFontFamilies(list);
+        return made;
+    }();
+    for (QxFontFamily* family : families) family->loaded = family == families[kDefault] ? 1 : 0;
+    return families;
+}
+
+/// Adds a record for a line that starts at (x, y); the bounds are 20 above and 8 below the baseline.
+inline QxLineInfo* newLine(int x, int y, int start, int end, int direction = 1) {
+    auto* const line = new QxLineInfo;
+    line->x = x;
+    line->y = y;
+    line->start = start;
+    line->end = end;
+    line->direction = direction;
+    line->bounds = QxRect(x, y - 20, x + 10, y + 8);
+    return line;
+}
+
+inline bool setLines(QxTextObject* object, const std::vector<QxLineInfo*>& lines) {
+    List list;
+    list.Construct();
+    for (QxLineInfo* line : lines) list.Add(static_cast<void*>(line));
+    return object->SetLineInfo(&list);
+}
+
+/// A constructed text object with a 32 px antialiased paint and a view of width x height, aligned top left.
+class TextScene : public QxTextObject {
+public:
+    TextScene(const wchar_t* text, int width, int height) {
+        systemFamilies();
+        Construct();
+        android::Paint paint;
+        paint.getSkFont().setSize(32);
+        paint.setJavaFlags(0x503);
+        SetPaint(paint);
+        GetView()->gravity = 0x33;
+        GetView()->SetBitmapWidth(width);
+        GetView()->SetBitmapHeight(height);
+        SetText(text);
+    }
+};
+
+}  // namespace QxFontEffect::test
