@@ -19,14 +19,14 @@ enum ScriptPart : uint32_t {
     kTraditional = 1 << 6,
 };
 
-constexpr hb_script_t scriptTag(const char (&name)[5]) {
-    return static_cast<hb_script_t>(HB_TAG(name[0], name[1], name[2], name[3]));
+constexpr uint32_t scriptTag(const char (&name)[5]) {
+    return HB_TAG(name[0], name[1], name[2], name[3]);
 }
 
 /// ISO 15924 has codes for mixtures of scripts; a font for the mixture serves every part of it.
-uint32_t partsOf(hb_script_t script) {
+uint32_t partsOf(uint32_t script) {
     struct Entry {
-        hb_script_t script;
+        uint32_t script;
         uint32_t parts;
     };
     static constexpr std::array<Entry, 11> kEntries = {{
@@ -74,7 +74,7 @@ bool icuName(const std::string& tag, std::string* name) {
     return true;
 }
 
-EmojiStyle emojiStyleOf(const std::string& name, hb_script_t script) {
+EmojiStyle emojiStyleOf(const std::string& name, uint32_t script) {
     const std::string keyword = icuText([&](char* buffer, int32_t capacity, UErrorCode* error) {
         return uloc_getKeywordValue(name.c_str(), "em", buffer, capacity, error);
     });
@@ -120,7 +120,7 @@ Locale::Locale(const std::string& tag) {
     if (mLanguage.size() > 3) return;
 
     const std::string script = part(uloc_getScript);
-    if (script.size() == 4) mScript = hb_script_from_string(script.data(), 4);
+    if (script.size() == 4) mScript = HB_TAG(script[0], script[1], script[2], script[3]);
     mScriptParts = partsOf(mScript);
     mEmojiStyle = emojiStyleOf(name, mScript);
     mTag = icuText([&](char* buffer, int32_t capacity, UErrorCode* error) {
@@ -130,7 +130,8 @@ Locale::Locale(const std::string& tag) {
 }
 
 bool Locale::supportsScript(hb_script_t script) const {
-    return script == mScript || holdsAll(mScriptParts, partsOf(script));
+    const auto tag = static_cast<uint32_t>(script);
+    return tag == mScript || holdsAll(mScriptParts, partsOf(tag));
 }
 
 LocaleList::LocaleList(const std::string& tags) {
@@ -154,7 +155,7 @@ uint32_t LocaleList::matchDigit(const Locale& wanted) const {
     for (const Locale& own : mLocales) {
         sameLanguage |= own.language() == wanted.language();
         sameStyle |= own.emojiStyle() != EmojiStyle::NONE && own.emojiStyle() == wanted.emojiStyle();
-        sameScript |= own.script() != HB_SCRIPT_INVALID && own.script() == wanted.script();
+        sameScript |= own.script() != 0 && own.script() == wanted.script();
     }
     if (sameLanguage && sameStyle) return 4;
     if (sameLanguage && sameScript) return 3;

@@ -21,7 +21,9 @@ public:
     /// The completed tag; "und" and "und-Xxxx" stay as they are.
     const std::string& tag() const { return mTag; }
     const std::string& language() const { return mLanguage; }
-    hb_script_t script() const { return mScript; }
+    /// Four letters as in the tag, 0 for none. HarfBuzz's own script numbers would not do: they take Hans and Hant
+    /// for the same.
+    uint32_t script() const { return mScript; }
     /// The scripts that mScript is made of, as far as they come in mixtures (the East Asian ones), else 0.
     uint32_t scriptParts() const { return mScriptParts; }
     EmojiStyle emojiStyle() const { return mEmojiStyle; }
@@ -32,7 +34,7 @@ public:
 private:
     std::string mTag;
     std::string mLanguage;
-    hb_script_t mScript = HB_SCRIPT_INVALID;
+    uint32_t mScript = 0;
     uint32_t mScriptParts = 0;
     EmojiStyle mEmojiStyle = EmojiStyle::NONE;
     hb_language_t mHbLanguage = HB_LANGUAGE_INVALID;

@@ -62,9 +62,9 @@ inline std::shared_ptr<minikin::FontFamily> roboto() {
         int weight;
     };
     std::vector<minikin::Font> fonts;
-    for (const Weight& each : {Weight{"Roboto-Thin.ttf", 100}, Weight{"Roboto-Light.ttf", 300},
-                               Weight{"Roboto-Regular.ttf", 400}, Weight{"Roboto-Medium.ttf", 500},
-                               Weight{"Roboto-Black.ttf", 900}, Weight{"Roboto-Bold.ttf", 700}}) {
+    for (const Weight& each :
+         {Weight{"Roboto-Thin.ttf", 100}, Weight{"Roboto-Light.ttf", 300}, Weight{"Roboto-Regular.ttf", 400},
+          Weight{"Roboto-Medium.ttf", 500}, Weight{"Roboto-Black.ttf", 900}, Weight{"Roboto-Bold.ttf", 700}}) {
         fonts.push_back(upright(installedFont(each.file), each.weight));
     }
     return std::make_shared<minikin::FontFamily>(std::move(fonts));
@@ -119,8 +119,8 @@ struct LineMask {
         pixels.assign(static_cast<size_t>(width * height), 0);
 
         SkBitmap bitmap;
-        bitmap.installPixels(SkImageInfo::Make(width, height, kAlpha_8_SkColorType, kPremul_SkAlphaType),
-                             pixels.data(), static_cast<size_t>(width));
+        bitmap.installPixels(SkImageInfo::Make(width, height, kAlpha_8_SkColorType, kPremul_SkAlphaType), pixels.data(),
+                             static_cast<size_t>(width));
         SkCanvas canvas(bitmap);
         auto drawRun = [&](size_t first, size_t end) {
             SkTextBlobBuilder builder;
