@@ -3,6 +3,9 @@
 #include <iostream>
 #include <new>
 
+#include <android/log.h>
+#include <portable/log_sink.h>
+
 #include "failure.h"
 #include "options.h"
 #include "png_file.h"
@@ -15,6 +18,8 @@ namespace qxrender {
 namespace {
 
 void run(const Options& options) {
+    // An error is one line; what the library logs on the way is for those who ask.
+    if (!options.verbose) portable::setStderrLogPriority(ANDROID_LOG_SILENT);
     if (!options.saveStyle.empty()) writeStyle(options.saveStyle, options.job.style);
     if (options.output.empty()) return;
     Rendering rendering = render(options.job);

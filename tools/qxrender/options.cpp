@@ -99,6 +99,7 @@ void describeOutput(CLI::App& app, Words& words, Options& options) {
     app.add_option("-o,--output", options.output, "PNG file to write")->type_name("FILE");
     app.add_option("--background", words.background, "put the picture on this colour")->type_name("COLOR");
     app.add_flag("--report", options.report, "print sizes, positions, adjusted values and times as JSON");
+    app.add_flag("--verbose", options.verbose, "show the library's log on stderr");
     app.add_flag("--list-effects", words.listEffects, "print the effects with their parameters");
 }
 

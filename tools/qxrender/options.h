@@ -14,6 +14,7 @@ struct Options {
     std::string saveStyle;  ///< empty: not wanted
     std::optional<uint32_t> background;
     bool report = false;
+    bool verbose = false;  ///< let the library's log through to stderr
 };
 
 /// Parses the command line. Nothing to do (after --help and the like) gives an empty result. Throws Failure.

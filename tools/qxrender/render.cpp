@@ -112,7 +112,7 @@ void setUpView(QxView& view, const Job& job, const qxhost::Paragraph& paragraph)
     view.SetPadding(padding.left, padding.top, padding.right, padding.bottom);
     const int shown = shownLineCount(view, static_cast<int>(paragraph.lines.size()));
     const int textHeight = shown > 0 ? paragraph.lines[static_cast<size_t>(shown) - 1].bottom : 0;
-    const double width = std::ceil(paragraph.width) + padding.left + padding.right;
+    const double width = std::ceil(static_cast<double>(paragraph.width)) + padding.left + padding.right;
     const double height = job.height > 0 ? job.height : static_cast<double>(textHeight) + padding.top + padding.bottom;
     view.SetSize(checkedPixels(width), checkedPixels(height));
 }
