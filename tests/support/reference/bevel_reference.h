@@ -13,7 +13,7 @@
 #include "support/reference/coverage_reference.h"
 
 /// The bevel in its plainest loops: every plane whole, every pass over all of it.
-namespace QxFontEffect::reference {
+namespace QxFontEffect::test::reference {
 
 inline void squaredDistances(float* d, const float* f, int n) {
     std::vector<int> v(static_cast<size_t>(n));
@@ -92,8 +92,7 @@ struct BevelArea {
 inline BevelArea bevelArea(const QxBevelProperty& property, const QxRect& rect) {
     BevelArea a{};
     a.r = static_cast<int>(property.size);
-    a.R = property.technique != 0 ? a.r + 2
-                                  : static_cast<int>(std::ceil(static_cast<float>(2 * a.r) / 3.0f + 1.0f));
+    a.R = property.technique != 0 ? a.r + 2 : static_cast<int>(std::ceil(static_cast<float>(2 * a.r) / 3.0f + 1.0f));
     a.B = property.technique != 0 ? 0 : a.R;
     a.m = std::max(2 * property.soften, 2 * a.B) + a.R;
     a.width = rect.right - rect.left + 2 * a.m;
@@ -200,4 +199,4 @@ inline void bevel(const QxBevelProperty& property, const ParamPostProcessing& p)
                                  a.height, a.width, p.layerMode == 1 ? QXE_BLEND_SRC_OVER : QXE_BLEND_DST_OVER);
 }
 
-}  // namespace QxFontEffect::reference
+}  // namespace QxFontEffect::test::reference

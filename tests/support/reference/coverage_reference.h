@@ -4,7 +4,7 @@
 
 #include "pixel/QxBitmap.h"
 
-namespace QxFontEffect::reference {
+namespace QxFontEffect::test::reference {
 
 /// Coverage of a pixel; 0 outside the bitmap.
 inline uint8_t coverageAt(const QxBitmap& coverage, int64_t x, int64_t y) {
@@ -12,4 +12,4 @@ inline uint8_t coverageAt(const QxBitmap& coverage, int64_t x, int64_t y) {
     return within ? coverage.pixels[y * coverage.width + x] : uint8_t{0};
 }
 
-}  // namespace QxFontEffect::reference
+}  // namespace QxFontEffect::test::reference

@@ -12,7 +12,7 @@
 #include "support/reference/coverage_reference.h"
 
 /// Both gradients in their plainest loops.
-namespace QxFontEffect::reference {
+namespace QxFontEffect::test::reference {
 
 inline uint32_t mixedChannels(uint32_t c1, uint32_t c0, int f) {
     uint32_t mixed = 0;
@@ -89,4 +89,4 @@ inline void radialGradient(const QxGradientFillProperty& property, const ParamPo
     });
 }
 
-}  // namespace QxFontEffect::reference
+}  // namespace QxFontEffect::test::reference

@@ -11,7 +11,7 @@
 #include "support/reference/coverage_reference.h"
 
 /// The stroke in its plainest loops.
-namespace QxFontEffect::reference {
+namespace QxFontEffect::test::reference {
 
 struct Disc {
     int side;
@@ -79,4 +79,4 @@ inline void stroke(const QxStrokeProperty& property, const ParamPostProcessing& 
                                         planeHeight, planeWidth, property.color, mode);
 }
 
-}  // namespace QxFontEffect::reference
+}  // namespace QxFontEffect::test::reference

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <algorithm>
+
+#include "base/Scratch.h"
+#include "effect/QxGradientFillProperty.h"
+#include "effect/core_inputs.h"
+#include "effect/core_record.h"
+#include "effect/kernel/gradient.h"
+#include "pixel/QxBlender.h"
+
+namespace QxFontEffect {
+
+/// What the linear and the radial gradient core share: their own copy of the stops, the table of colours, and the
+/// walk over the inked pixels.
+
+/// A copy of `count` stops, the caller's with delete[]; null without stops or memory.
+QxGradient* copyStops(const QxGradient* stops, int32_t count);
+
+/// Whether a record has stops and a scale that paints. NaN paints nothing.
+bool paintsGradient(const QxGradientFillProperty& property);
+
+/// Builds the premultiplied colours of a record that `paintsGradient`.
+/// @param table  kGradientColors entries, written.
+void makeGradientTable(const QxGradientFillProperty& property, uint32_t* table);
+
+/// Gives a core a copy of `given`'s record with stops of its own in place of `slot`'s.
+template <typename Record>
+void replaceGradientRecord(Record*& slot, const Record& given) {
+    QxGradient* stops = copyStops(given.gradient, given.count);
+    const QxGradient* old = slot == nullptr ? nullptr : slot->gradient;
+    replaceRecord(slot, given.angle, given.scale, given.opacity, given.count, stops);
+    if (slot == nullptr) delete[] stops;
+    delete[] old;
+}
+
+template <typename Record>
+void deleteGradientRecord(Record* record) {
+    if (record != nullptr) delete[] record->gradient;
+    delete record;
+}
+
+/// The text rectangle of a gradient and the part of it, in its own columns and rows, that has coverage and lies in the
+/// destination. The gradient spans the whole rectangle, whatever part of it is drawn.
+struct GradientBox {
+    int64_t width, height;
+    int64_t left, top, right, bottom;
+};
+
+GradientBox gradientBox(const ParamPostProcessing& p);
+
+/// Paints one gradient row after the other beneath the destination.
+///
+/// @param columnTerm  float(int64_t column): the part of a pixel's place that depends on the column.
+/// @param paintRow    void(int64_t row, GradientRow&, uint32_t* dst): sets the row term and fills dst.
+template <typename ColumnTerm, typename PaintRow>
+void paintGradient(const ParamPostProcessing& p, const GradientBox& box, ColumnTerm columnTerm, PaintRow paintRow) {
+    const int count = static_cast<int>(box.right - box.left);
+    Scratch<float> terms(count);
+    Scratch<uint32_t> colors(count);
+    if (!terms || !colors) return;
+    for (int i = 0; i < count; ++i) terms[static_cast<size_t>(i)] = columnTerm(box.left + i);
+
+    const ConstPlane8 coverage = coverageOf(*p.srcBitmap);
+    const int x = static_cast<int>(p.textRect->left + box.left);
+    for (int64_t row = box.top; row < box.bottom; ++row) {
+        const int y = static_cast<int>(p.textRect->top + row);
+        GradientRow gradient{coverage.row(y) + x, terms.data(), 0.0f, count};
+        paintRow(row, gradient, colors.data());
+        QxBlender::drawBitmapBlend32(x, y, p.dstBitmap, colors.data(), count, 1, count, QXE_BLEND_DST_OVER);
+    }
+}
+
+}  // namespace QxFontEffect

@@ -1,0 +1,239 @@
+#include "effect/QxBevel.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "effect/core_picture.h"
+#include "support/failing_alloc.h"
+#include "support/planes.h"
+#include "support/reference/bevel_reference.h"
+
+namespace QxFontEffect {
+namespace {
+
+using test::CorePicture;
+using test::GuardedPlane8;
+using test::GuardedPlaneF;
+using test::Rng;
+
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+QxBevelProperty randomRecord(Rng& rng, float size) {
+    const float altitudes[] = {0.0f, 30.0f, 45.0f, 89.0f, -20.0f};
+    return QxBevelProperty(rng.between(0, 2), size, rng.oneIn(3) ? 0.05f : 10.0f * rng.unit(), rng.between(0, 1),
+                           rng.between(0, 1), rng.oneIn(2) ? 0 : rng.between(0, 6), 1.0f,
+                           static_cast<float>(rng.between(-400, 400)), altitudes[rng.below(5)],
+                           rng.oneIn(2) ? rng.next32() | 0xFF000000u : rng.next32(), 1.0f,
+                           rng.oneIn(2) ? rng.next32() | 0xFF000000u : rng.next32(), 1.0f);
+}
+
+QxBevelProperty plainRecord(int style, float size, int technique, int soften = 0) {
+    return QxBevelProperty(style, size, 3.0f, 1, technique, soften, 1.0f, 120.0f, 30.0f, 0xFFFFFFFFu, 1.0f, 0xFF000000u,
+                           1.0f);
+}
+
+void runs(CorePicture& picture, QxBevelProperty record, int32_t layerMode = 0) {
+    QxBevel core;
+    core.setProperty(&record);
+    picture.runs(core, layerMode);
+}
+
+// A ring with soft edges: shapes and holes with every coverage.
+void inkRing(CorePicture& picture, float radius) {
+    const float cx = static_cast<float>(picture.coverage.width) * 0.5f;
+    const float cy = static_cast<float>(picture.coverage.height) * 0.5f;
+    for (int y = 0; y < static_cast<int>(picture.coverage.height); ++y)
+        for (int x = 0; x < static_cast<int>(picture.coverage.width); ++x) {
+            const float distance = std::hypot(static_cast<float>(x) - cx, static_cast<float>(y) - cy);
+            const float depth = std::clamp(radius * 0.4f - std::fabs(distance - radius) + 0.5f, 0.0f, 1.0f);
+            picture.ink(x, y) = static_cast<uint8_t>(depth * 255.0f);
+        }
+}
+
+TEST(Bevel, EqualsThePlainLoopsOnRandomPictures) {
+    const float sizes[] = {0.0f, 0.9f, 1.0f, 2.0f, 3.7f, 5.0f, 9.0f, 14.0f, 15.0f, 17.0f, 24.0f, -1.0f};
+    for (uint32_t seed = 0; seed < 400; ++seed) {
+        Rng rng(seed);
+        CorePicture picture(1 + static_cast<int>(seed % 67), rng.between(1, 40));
+        if (rng.oneIn(2))
+            picture.inkAtRandom(rng);
+        else
+            inkRing(picture, 2.0f + 15.0f * rng.unit());
+        picture.paintAtRandom(rng);
+        picture.rect.left = rng.between(-3, picture.rect.right - 1);
+        picture.rect.top = rng.between(-3, picture.rect.bottom - 1);
+        picture.rect.right = rng.between(picture.rect.left, picture.rect.right + 3);
+        picture.rect.bottom = rng.between(picture.rect.top, picture.rect.bottom + 3);
+        const QxBevelProperty record = randomRecord(rng, sizes[rng.below(12)]);
+        const int32_t layerMode = rng.between(0, 1);
+
+        CorePicture want = picture;
+        test::reference::bevel(record, want.params(layerMode));
+        runs(picture, record, layerMode);
+        ASSERT_TRUE(test::samePlane(want.outputPlane(), picture.outputPlane(), "seed", seed, "size", record.size,
+                                    "style", record.style, "technique", record.technique));
+    }
+}
+
+TEST(Bevel, HardBandsBeyondTheRootTableEqualThePlainLoops) {
+    for (const int style : {0, 1}) {
+        CorePicture picture(50, 40), want(50, 40);
+        inkRing(picture, 14.0f);
+        inkRing(want, 14.0f);
+        const QxBevelProperty record = plainRecord(style, 53.0f, 1);
+        test::reference::bevel(record, want.params());
+        runs(picture, record);
+        EXPECT_SAME_PLANE(want.outputPlane(), picture.outputPlane(), "style", style);
+        EXPECT_FALSE(picture.blank());
+    }
+}
+
+TEST(Bevel, SettingsThatAreNoNumberOrBeyondAllMemoryDrawNothing) {
+    const QxBevelProperty records[] = {
+        plainRecord(0, kNaN, 0),
+        plainRecord(1, kInfinity, 1),
+        plainRecord(0, -kInfinity, 1),
+        plainRecord(0, 1e9f, 0),
+        plainRecord(1, 3e9f, 0),
+        plainRecord(0, -50.0f, 1),
+        QxBevelProperty(0, 5.0f, kNaN, 1, 0, 0, 1.0f, 0.0f, 30.0f, ~0u, 1.0f, ~0u, 1.0f),
+    };
+    for (const QxBevelProperty& record : records) {
+        CorePicture picture(20, 20);
+        inkRing(picture, 6.0f);
+        runs(picture, record);
+        EXPECT_TRUE(picture.blank()) << record.size << ", depth " << record.depth;
+    }
+}
+
+TEST(Bevel, OffsetIsTheRoundedSizeAndTheSoftening) {
+    const struct {
+        float size;
+        int soften, offset;
+    } cases[] = {{4.4f, 3, 7}, {4.5f, 3, 8}, {0.0f, 0, 0}, {5.0f, 20, 21}, {kNaN, 2, 2}};
+    QxBevel core;
+    EXPECT_EQ(0, core.getOffset());
+    for (const auto& c : cases) {
+        QxBevelProperty record = plainRecord(0, c.size, 0, c.soften);
+        core.setProperty(&record);
+        EXPECT_EQ(c.offset, core.getOffset()) << c.size;
+    }
+}
+
+TEST(Bevel, DrawsNothingWhenAnyAllocationFails) {
+    for (const float size : {3.0f, 20.0f})
+        for (int n = 0;; ++n) {
+            CorePicture picture(40, 30);
+            inkRing(picture, 8.0f);
+            QxBevelProperty record = plainRecord(0, size, 0, 2);
+            QxBevel core;
+            core.setProperty(&record);
+            ParamPostProcessing params = picture.params();
+            test::FailingAlloc failing(n);
+            core.doPostProcessing(&params);
+            if (!failing.refused()) break;
+            test::AllocationPause pause;
+            EXPECT_TRUE(picture.blank()) << "request " << n << " size " << size;
+        }
+}
+
+TEST(BevelDistances, OneDimensionIsTheLowerEnvelopeOfParabolas) {
+    Rng rng(9);
+    for (int n = 1; n <= 40; ++n) {
+        std::vector<float> f, d(static_cast<size_t>(n), -1.0f);
+        for (int i = 0; i < n; ++i) f.push_back(rng.oneIn(3) ? 1e20f : static_cast<float>(rng.below(60)));
+        QxBevel::dt1D(d.data(), f.data(), n);
+        for (int q = 0; q < n; ++q) {
+            float best = 1e20f;
+            for (int v = 0; v < n; ++v)
+                best = std::min(best, f[static_cast<size_t>(v)] + static_cast<float>((q - v) * (q - v)));
+            EXPECT_EQ(best, d[static_cast<size_t>(q)]) << "sample " << q << " of " << n;
+        }
+    }
+    // Far along a line the crossings are rounded, and the rounding decides; plain loops do the same operations.
+    const int n = 9000;
+    std::vector<float> f(n, 1e20f), d(n), want(n);
+    for (int i = 0; i < 500; ++i)
+        f[static_cast<size_t>(rng.between(6000, n - 1))] = static_cast<float>(rng.below(5000));
+    QxBevel::dt1D(d.data(), f.data(), n);
+    test::reference::squaredDistances(want.data(), f.data(), n);
+    EXPECT_EQ(want, d);
+}
+
+TEST(BevelDistances, PartialPassRefinesItsRowsInRasterOrder) {
+    Rng rng(11);
+    for (const int radius : {0, 1, 3, 8, 1000000}) {
+        GuardedPlaneF map(17, 12, 0.0f, 0), want = map;
+        // Values below 0 spread on: what a row has been given, later pixels of the same pass read.
+        for (int y = 0; y < 12; ++y)
+            for (int x = 0; x < 17; ++x) {
+                map.at(x, y) = rng.oneIn(4) ? rng.unit() : rng.oneIn(9) ? 0.0f : rng.oneIn(30) ? -2.5f : 20.0f;
+                want.at(x, y) = map.at(x, y);
+            }
+        BevelDistanceWork work{map.view().data, 12, 17, radius, 3, 9};
+        EXPECT_EQ(0, QxBevel::partialDT(&work));
+        for (int y = 3; y < 9; ++y)
+            for (int x = 0; x < 17; ++x)
+                for (int v = 0; v < 12 && want.at(x, y) != 0.0f; ++v)
+                    for (int u = 0; u < 17; ++u)
+                        if (std::abs(v - y) <= radius && std::abs(u - x) <= radius && want.at(u, v) < 1.0f)
+                            want.at(x, y) = std::min(
+                                want.at(x, y), want.at(u, v) + roundedIntSqrt((v - y) * (v - y) + (u - x) * (u - x)));
+        EXPECT_SAME_PLANE(want, map, "radius", radius);
+    }
+}
+
+TEST(BevelLight, KeepsTheMapsAtTheBandsEndAndOutsideItsRanges) {
+    GuardedPlaneF distance(9, 7, 4.0f, 0);
+    for (int y = 0; y < 7; ++y)
+        for (int x = 0; x < 4; ++x) distance.at(x, y) = static_cast<float>(x);
+    GuardedPlane8 shadow(9, 7, 7, 0), highlight(9, 7, 9, 0);
+    // Light from the left at 30 degrees over a slope that rises to the right: h 1, so the normal leans half over.
+    BevelLightWork work{shadow.view().data,
+                        highlight.view().data,
+                        9,
+                        4,
+                        1.0f,
+                        0.8f,
+                        0.0f,
+                        0.6f,
+                        255,
+                        128,
+                        0,
+                        distance.view().data,
+                        1,
+                        8,
+                        2,
+                        5};
+    EXPECT_EQ(0, QxBevel::partialLightProcess(&work));
+    for (int y = 0; y < 7; ++y)
+        for (int x = 0; x < 9; ++x) {
+            const bool lit = x >= 1 && x < 4 && y >= 2 && y < 5;
+            EXPECT_EQ(lit, shadow.at(x, y) != 7) << x << ", " << y;
+            EXPECT_EQ(lit, highlight.at(x, y) != 9) << x << ", " << y;
+        }
+    // (0.6 + 0.8) / sqrt 2 is 0.99 of full light: s = 252, strength 4 - 2 = 2.
+    EXPECT_EQ(((128 * 253 >> 8) + 1) * 2 >> 8, highlight.at(2, 3));
+    EXPECT_EQ(((255 * 3 >> 8) + 1) * 2 >> 8, shadow.at(2, 3));
+}
+
+TEST(BevelBlur, WholeImageCallLeavesTheFrame) {
+    Rng rng(3);
+    for (const int radius : {0, 1, 4, 9}) {
+        const int width = 30, height = 25;
+        GuardedPlane8 src = test::randomCoverage(rng, width, height, 0), dst(width, height, 77, 0), want = dst;
+        const std::vector<uint8_t> blurred = test::reference::blurred(
+            std::vector<uint8_t>(src.view().data, src.view().data + width * height), width, height, radius);
+        for (int y = radius; y < height - radius; ++y)
+            for (int x = radius; x < width - radius; ++x) want.at(x, y) = blurred[static_cast<size_t>(y * width + x)];
+        QxBevel::blur(src.view().data, dst.view().data, width, height, radius);
+        EXPECT_SAME_PLANE(want, dst, "radius", radius);
+    }
+}
+
+}  // namespace
+}  // namespace QxFontEffect
