@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <fstream>
-#include <iterator>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -46,8 +45,11 @@ inline std::string fontFile(const std::string& fileName) {
 
 /// The whole file; empty when it cannot be read.
 inline std::vector<char> fileBytes(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return std::vector<char>(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    const std::streamoff size = file ? static_cast<std::streamoff>(file.tellg()) : 0;
+    std::vector<char> bytes(static_cast<size_t>(size));
+    if (!file.seekg(0) || !file.read(bytes.data(), size)) bytes.clear();
+    return bytes;
 }
 
 /// Bytes of an installed font file, kept for the whole test program, because layout and typefaces read in place.

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <new>
 
 #include "face_typeface.h"
 #include "font_access.h"
@@ -30,6 +31,11 @@ bool isPlainOpenType(FT_Face face, const void* bytes, size_t size) {
     return FT_IS_SFNT(face) && size >= 4 && std::memcmp(bytes, "wOF", 3) != 0;
 }
 
+void closeFace(FT_Face face) {
+    const std::lock_guard<std::mutex> lock(libraryMutex());
+    FT_Done_Face(face);
+}
+
 FT_Face openFace(const void* bytes, size_t size, int index) {
     const std::lock_guard<std::mutex> lock(libraryMutex());
     FT_Library library = portable::fontLibrary();
@@ -55,7 +61,9 @@ sk_sp<SkTypeface> SkTypeface::MakeFromStream(std::unique_ptr<SkStreamAsset> stre
 
     FT_Face face = openFace(bytes, size, index);
     if (face == nullptr) return nullptr;
-    return sk_sp<SkTypeface>(new portable::FaceTypeface(std::move(stream), face, index));
+    SkTypeface* typeface = new (std::nothrow) portable::FaceTypeface(std::move(stream), face, index);
+    if (typeface == nullptr) closeFace(face);
+    return sk_sp<SkTypeface>(typeface);
 }
 
 namespace portable {
@@ -73,8 +81,7 @@ FaceTypeface::FaceTypeface(std::unique_ptr<SkStreamAsset> stream, FT_Face face, 
     : mStream(std::move(stream)), mIndex(index), mFace(face), mHasColorBitmaps(hasTable(face, TTAG_CBDT)) {}
 
 FaceTypeface::~FaceTypeface() {
-    const std::lock_guard<std::mutex> lock(libraryMutex());
-    FT_Done_Face(mFace);
+    closeFace(mFace);
 }
 
 FontAccess accessFont(const SkTypeface* typeface) {

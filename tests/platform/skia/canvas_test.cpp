@@ -71,7 +71,8 @@ const EdgeRow kEdges[] = {
     {"infinite", {-kInfinity, 1, kInfinity, 2}, 0, 1, 10, 2},
     {"huge", {-3e38f, -3e38f, 3e38f, 3e38f}, 0, 0, 10, 10},
     {"NaN", {kNan, 0, 10, 10}, 0, 0, 0, 0},
-    {"NaN at the far edge", {0, 0, 10, kNan}, 0, 0, 0, 0},
+    {"NaN above", {0, kNan, 10, 5}, 0, 0, 0, 0},
+    {"NaN at the far edge", {0, 5, kNan, 10}, 0, 0, 0, 0},
 };
 
 void expectFilled(ColorPlane& plane, const EdgeRow& row, uint32_t color, uint32_t elsewhere) {
@@ -183,11 +184,13 @@ TEST(Canvas, BitmapsAreCopiedWhereNothingLiesBeneathAndClippedAtTheEdges) {
                                {100, 0}, {-3e38f, 0}, {kNan, 0}, {0, kInfinity}};
     for (const auto& place : places) {
         ColorPlane ground(9, 8);
-        ground.canvas().drawBitmap(source.bitmap(), place[0], place[1]);
+        SkCanvas canvas = ground.canvas();
+        canvas.clipRect(SkRect::MakeLTRB(1, 2, 8, 7), SkClipOp::kIntersect);
+        canvas.drawBitmap(source.bitmap(), place[0], place[1]);
         for (int y = 0; y < 8; ++y)
             for (int x = 0; x < 9; ++x) {
                 const double sx = x - std::floor(place[0] + 0.5), sy = y - std::floor(place[1] + 0.5);
-                const bool inside = sx >= 0 && sx < 7 && sy >= 0 && sy < 6;
+                const bool inside = x >= 1 && x < 8 && y >= 2 && y < 7 && sx >= 0 && sx < 7 && sy >= 0 && sy < 6;
                 ASSERT_EQ(ground.at(x, y), inside ? source.at(static_cast<int>(sx), static_cast<int>(sy)) : 0)
                     << place[0] << "," << place[1] << " at " << x << "," << y;
             }
