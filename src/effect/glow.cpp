@@ -1,0 +1,154 @@
+#include "effect/glow.h"
+
+#include <algorithm>
+
+#include "base/Scratch.h"
+#include "effect/core_inputs.h"
+#include "effect/kernel/box_grow.h"
+#include "effect/kernel/color_ramp.h"
+#include "effect/kernel/gauss_rows.h"
+#include "effect/kernel/pad.h"
+#include "effect/safe_convert.h"
+#include "effect/visible_part.h"
+#include "pixel/QxBlender.h"
+
+namespace QxFontEffect {
+namespace {
+
+constexpr int kStripRows = 16;
+constexpr uint32_t kOpaqueWhite = 0xFFFFFFFFu;
+
+// The growth takes about half a pass per pixel of size, so larger glows would not be drawn within a minute, and
+// their area would not fit the memory.
+constexpr int32_t kMaxGlowStep = 4097;
+
+/// All lengths of a glow follow from its size. `step` is the whole size plus 1, 0 for nothing to draw.
+struct GlowLengths {
+    int32_t step;
+    int32_t pad;     ///< from the ink to the edge of the area on every side
+    int32_t passes;  ///< of growth
+    int32_t radius;  ///< of the blur
+    int32_t margin;  ///< around the ink that the growth needs: it reaches one pixel a pass
+};
+
+GlowLengths glowLengths(float size) {
+    const int32_t step = size == size ? saturateToInt(int64_t{truncToInt(size)} + 1) : 0;
+    if (step < 1 || step > kMaxGlowStep) return {};
+    GlowLengths lengths{};
+    lengths.step = step;
+    lengths.pad = 2 * step;
+    // The product is double, the factor single: 0.475f lies below 0.475, so 40 gives 18 passes and not 19.
+    lengths.passes = static_cast<int32_t>(static_cast<double>(step) * static_cast<double>(0.475f));
+    if (lengths.passes < 2) lengths.passes = 1;
+    lengths.radius = static_cast<int32_t>(static_cast<float>(step) * 0.9f);
+    lengths.margin = std::min(lengths.passes + 2, lengths.pad);
+    return lengths;
+}
+
+/// Grey values of a glow before the blur: what there is of the ink, or what is missing of it, grown and then measured
+/// from 0 either way, so that they are 0 all around.
+///
+/// @param plane  the ink widened by `lengths.margin` on every side.
+void makeGrownPlane(ConstPlane8 ink, const GlowLengths& lengths, GlowSide side, uint8_t* scratch, Plane8 plane) {
+    padPlane8(ink, lengths.margin, 0, plane);
+    if (side == GlowSide::Inner) complementPlane8(plane);
+    growByBoxPlane8(plane, lengths.passes, scratch);
+    if (side == GlowSide::Outer) return;
+    complementPlane8(plane);
+    // The growth leaves the edge columns dark. Where they are not those of the whole area, they are free of ink.
+    if (lengths.margin == lengths.pad) return;
+    for (int y = 0; y < plane.height; ++y) plane.row(y)[0] = plane.row(y)[plane.width - 1] = 0;
+}
+
+/// Colours of a row: those of the blurred part, and opaque white outside it.
+void colorRow(const uint8_t* grey, const uint32_t* colors, int from, int to, int width, uint32_t* out) {
+    std::fill(out, out + from, kOpaqueWhite);
+    for (int x = from; x < to; ++x) out[x] = colors[grey[x - from]];
+    std::fill(out + to, out + width, kOpaqueWhite);
+}
+
+}  // namespace
+
+void drawGlow(const ParamPostProcessing& p, const QxGlowProperty& property, GlowSide side) {
+    const QxRect rect = inkRect(p);
+    const ConstPlane8 ink = inkOf(*p.srcBitmap, rect);
+    const GlowLengths lengths = glowLengths(property.size);
+    if (lengths.step == 0 || std::max(ink.width, ink.height) > kMaxPictureSide) return;
+
+    // The area is the ink widened by the pad; the blur computes all of it but a frame as wide as its radius.
+    const int radius = lengths.radius;
+    const int64_t x = int64_t{rect.left} - lengths.pad;
+    const int64_t y = int64_t{rect.top} - lengths.pad;
+    const int areaWidth = ink.width + 2 * lengths.pad;
+    const int areaHeight = ink.height + 2 * lengths.pad;
+    const GaussRange inner = {radius, areaWidth - radius, radius, areaHeight - radius};
+    GaussRange seen = visiblePart(x, y, areaWidth, areaHeight, *p.dstBitmap);
+    if (side == GlowSide::Outer) seen = common(seen, inner);
+    if (isEmpty(seen)) return;
+    GaussRange blurred = common(seen, inner);
+    if (isEmpty(blurred)) blurred = {seen.xStart, seen.xStart, seen.yStart, seen.yStart};
+
+    uint32_t lut[kRampEntries];
+    makeGlowRamp(&property, lut, 0.3f, 0);
+    uint32_t colors[256];
+    for (int grey = 0; grey < 256; ++grey) colors[grey] = premultiplyColor(lut[256 - grey]);
+
+    const int width = seen.xEnd - seen.xStart;
+    const int planeWidth = ink.width + 2 * lengths.margin;
+    const int planeHeight = ink.height + 2 * lengths.margin;
+    const GaussBell bell = makeGaussBell(radius, kGlowPeak);
+    Scratch<uint8_t> grown(planeWidth, planeHeight);
+    const Plane8 plane = {grown.data(), planeWidth, planeHeight, planeWidth};
+    const int toPlane = lengths.margin - lengths.pad;
+    // The inner glow is the complement of a blurred complement: the first pass rounds up to make up for it.
+    const GaussRounding columns = side == GlowSide::Inner ? GaussRounding::Up : GaussRounding::Down;
+    const GaussJob job = {{plane.data, planeWidth, planeHeight, planeWidth},
+                          &bell,
+                          moved(blurred, toPlane, toPlane),
+                          columns,
+                          GaussRounding::Down};
+    Scratch<uint8_t> work(std::max(boxGrowScratchBytes(planeWidth), GaussRows::scratchBytes(job)));
+    Scratch<uint8_t> grey(width, 1);
+    Scratch<uint32_t> strip(width, kStripRows);
+    if (!grown || !work || !grey || !strip) return;
+
+    makeGrownPlane(ink, lengths, side, work.data(), plane);
+    GaussRows rows(job, work.data());
+    for (int first = seen.yStart; first < seen.yEnd; first += kStripRows) {
+        const int taken = std::min(kStripRows, seen.yEnd - first);
+        for (int i = 0; i < taken; ++i) {
+            uint32_t* out = strip.data() + int64_t{i} * width;
+            const bool computed = first + i >= blurred.yStart && first + i < blurred.yEnd;
+            if (computed) rows.next({grey.data(), blurred.xEnd - blurred.xStart, 1, width});
+            const int from = computed ? blurred.xStart - seen.xStart : width;
+            const int to = computed ? blurred.xEnd - seen.xStart : width;
+            colorRow(grey.data(), colors, from, to, width, out);
+        }
+        QxBlender::drawBitmapBlend32(static_cast<int>(x + seen.xStart), static_cast<int>(y + first), p.dstBitmap,
+                                     strip.data(), width, taken, width, QXE_BLEND_DST_OVER);
+    }
+}
+
+void makeGlowRamp(const QxGlowProperty* property, uint32_t* lut, float range, int mode) {
+    if (lut == nullptr) return;
+    fillRamp(0, lut);
+    if (property == nullptr || property->size == 0.0f) return;
+    const RampCurve curve = mode == 1 ? RampCurve::SquareRoot : mode == 2 ? RampCurve::Square : RampCurve::Linear;
+    if (property->count < 1 || property->gradient == nullptr)
+        fillRamp(property->color, lut);
+    else
+        makeColorRamp(property->gradient, property->count, RampStart::AtZero, curve, lut);
+    fadeRampAlpha(lut, range);
+}
+
+void growGlow(uint8_t* buffer, int passes, int width, int height) {
+    if (buffer == nullptr || width < 1 || height < 1) return;
+    Scratch<uint8_t> rows(boxGrowScratchBytes(width));
+    if (rows) growByBoxPlane8({buffer, width, height, width}, passes, rows.data());
+}
+
+int32_t glowMargin(const QxGlowProperty* property) {
+    return property == nullptr ? 0 : truncToInt(property->size + 0.5f);
+}
+
+}  // namespace QxFontEffect

@@ -1,0 +1,114 @@
+#include "effect/kernel/color_ramp.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "support/random.h"
+
+namespace QxFontEffect {
+namespace {
+
+struct Stop {
+    uint32_t color;
+    float position;
+};
+
+using Table = std::vector<uint32_t>;
+
+Table ramp(const std::vector<Stop>& stops, RampStart start, RampCurve curve = RampCurve::Linear) {
+    Table table(kRampEntries, 0xDEADBEEFu);
+    makeColorRamp(stops.data(), static_cast<int>(stops.size()), start, curve, table.data());
+    return table;
+}
+
+TEST(ColorRamp, MixesEveryLaneOfEveryShare) {
+    test::Rng rng(5);
+    for (int f = 0; f <= 256; ++f) {
+        const uint32_t c0 = rng.next32(), c1 = f % 3 == 0 ? 0xFFFFFFFFu : rng.next32();
+        const uint32_t mixed = mixColors(c0, c1, f);
+        for (int shift = 0; shift <= 24; shift += 8) {
+            const uint32_t share = static_cast<uint32_t>(f);
+            EXPECT_EQ(mixed >> shift & 255, ((c1 >> shift & 255) * share + (c0 >> shift & 255) * (256 - share)) >> 8);
+        }
+    }
+}
+
+TEST(ColorRamp, BlackToWhiteRisesByOneAnEntry) {
+    const Table table = ramp({{0xFF000000u, 0}, {0xFFFFFFFFu, 1}}, RampStart::AtFirstStop);
+    EXPECT_EQ(table[0], 0xFF000000u);
+    EXPECT_EQ(table[128], 0xFF7F7F7Fu);
+    EXPECT_EQ(table[256], 0xFFFFFFFFu);
+    for (uint32_t i = 0; i < 256; ++i) EXPECT_EQ(table[i] & 255, 255 * i >> 8);
+    EXPECT_EQ(ramp({{0xFF000000u, 0}, {0xFFFFFFFFu, 1}}, RampStart::AtZero), table);
+}
+
+TEST(ColorRamp, StartTellsWhetherTheFirstPositionCounts) {
+    const std::vector<Stop> stops = {{0xFF000000u, 0.5f}, {0xFFFFFFFFu, 1}};
+    EXPECT_EQ(ramp(stops, RampStart::AtFirstStop)[128], 0xFF000000u);
+    EXPECT_EQ(ramp(stops, RampStart::AtFirstStop)[192] & 255, 127u);
+    EXPECT_EQ(ramp(stops, RampStart::AtZero)[128] & 255, 127u);
+}
+
+TEST(ColorRamp, CurvesBendThePlaceAlongTheStops) {
+    const std::vector<Stop> stops = {{0, 0}, {255, 1}};
+    EXPECT_EQ(ramp(stops, RampStart::AtZero, RampCurve::SquareRoot)[64], 255u * 128 >> 8);
+    EXPECT_EQ(ramp(stops, RampStart::AtZero, RampCurve::Square)[128], 255u * 64 >> 8);
+}
+
+TEST(ColorRamp, GoesOnByOneStopAnEntry) {
+    // Three stops within one entry's reach: the third is reached two entries late.
+    const Table table = ramp({{1, 0}, {2, 0.001f}, {3, 0.002f}, {4, 0.003f}, {5, 1}}, RampStart::AtFirstStop);
+    EXPECT_EQ(table[1], 3u);
+    EXPECT_EQ(table[2], 4u);
+    EXPECT_EQ(table[3], 4u);
+}
+
+TEST(ColorRamp, OddPositionsStayInsideTheStops) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const struct {
+        std::vector<Stop> stops;
+        int entry;
+        uint32_t wanted;
+    } rows[] = {
+        {{{7, 0.3f}}, 200, 7},                       // one stop fills the table
+        {{{1, 0}, {9, 0.25f}}, 65, 9},               // past the last stop
+        {{{1, 0}, {9, 0.25f}}, 255, 9},              //
+        {{{1, 0}, {5, 0.5f}, {9, 0.5f}}, 200, 9},    // the last two in one place
+        {{{1, 0.5f}, {9, 0.5f}}, 128, 1},            // no length, on it
+        {{{1, 0.5f}, {9, 0.5f}}, 129, 9},            // no length, behind it
+        {{{1, 0}, {5, 0.75f}, {9, 0.25f}}, 255, 5},  // falling: the segment runs backwards
+        {{{1, 0}, {9, nan}}, 255, 1},                // never reached
+        {{{1, nan}, {9, 1}}, 255, 1},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(ramp(row.stops, RampStart::AtFirstStop)[static_cast<size_t>(row.entry)], row.wanted)
+            << row.stops.size() << " stops, entry " << row.entry;
+}
+
+TEST(ColorRamp, FadeTakesAlphaToNothing) {
+    const struct {
+        float range;
+        int first;
+    } rows[] = {{0.3f, 76}, {1, 253}, {5, 253}, {0, 2}, {-1, 2}, {0.999999f, 255}, {std::nanf(""), 2}};
+    for (const auto& row : rows) {
+        Table table(kRampEntries, 0xC8123456u);
+        fadeRampAlpha(table.data(), row.range);
+        for (int i = 0; i < kRampEntries; ++i) {
+            const int factor = i < row.first ? 256 : (256 - i) * 256 / (256 - row.first);
+            const uint32_t alpha = static_cast<uint32_t>(0xC8 * factor >> 8);
+            EXPECT_EQ(table[static_cast<size_t>(i)], alpha << 24 | 0x123456u) << row.range << " " << i;
+        }
+    }
+}
+
+TEST(ColorRamp, PremultipliesWithTheCommonBias) {
+    EXPECT_EQ(premultiplyColor(0xFF80FF00u), 0xFF80FF00u);
+    EXPECT_EQ(premultiplyColor(0x80FF8000u), 0x80804000u);
+    EXPECT_EQ(premultiplyColor(0x00FFFFFFu), 0u);
+}
+
+}  // namespace
+}  // namespace QxFontEffect
