@@ -1,14 +1,16 @@
 #include "pixel/QxBlender.h"
 
 #include "base/platform_log.h"
-#include "pixel/kernel/blend.h"
 #include "pixel/kernel/clip.h"
-#include "pixel/kernel/swap.h"
+#include "pixel/kernel/rows.h"
 
 namespace QxFontEffect {
 namespace {
 
 constexpr char kTag[] = "Blender";
+
+using MaskBlend = kernel::MaskBlendRow kernel::PixelRows::*;
+using PixelBlend = kernel::PixelBlendRow kernel::PixelRows::*;
 
 /// A source and where it goes. 64-bit, so that a bitmap's unsigned sides fit as well as any argument.
 struct Placed {
@@ -38,28 +40,26 @@ void forEachRow(const Placed& at, const T* src, int64_t elementsPerPixel, const 
     }
 }
 
-using MaskRow = void (*)(const uint8_t* mask, uint32_t color, uint8_t* dst, ptrdiff_t count);
-using ColorRow = void (*)(const uint8_t* src, uint8_t* dst, ptrdiff_t count);
-
-void drawMask(const Placed& at, const QxBitmap* dst, const uint8_t* mask, uint32_t color, MaskRow kernelRow) {
+void drawMask(const Placed& at, const QxBitmap* dst, const uint8_t* mask, uint32_t color, MaskBlend blend) {
     if (!hasPixels(dst, 4) || mask == nullptr) return;
+    const kernel::MaskBlendRow blendRow = kernel::pixelRows().*blend;
     forEachRow(at, mask, 1, *dst,
-               [=](const uint8_t* from, uint8_t* to, ptrdiff_t count) { kernelRow(from, color, to, count); });
+               [=](const uint8_t* from, uint8_t* to, ptrdiff_t count) { blendRow(from, color, to, count); });
 }
 
 void drawMaximum(const Placed& at, const QxBitmap* dst, const uint8_t* mask) {
     if (!hasPixels(dst, 1) || mask == nullptr) return;
-    forEachRow(at, mask, 1, *dst, kernel::drawRow8To8);
+    forEachRow(at, mask, 1, *dst, kernel::pixelRows().maximum);
 }
 
-void drawColors(const Placed& at, const QxBitmap* dst, const uint8_t* src, ColorRow kernelRow) {
+void drawColors(const Placed& at, const QxBitmap* dst, const uint8_t* src, PixelBlend blend) {
     if (!hasPixels(dst, 4) || src == nullptr) return;
-    forEachRow(at, src, 4, *dst, kernelRow);
+    forEachRow(at, src, 4, *dst, kernel::pixelRows().*blend);
 }
 
 /// The plain draw, into whichever depth the destination has.
 void drawPlain(const Placed& at, const QxBitmap* dst, const uint8_t* mask, uint32_t color) {
-    drawMask(at, dst, mask, color, kernel::drawRow8To32);
+    drawMask(at, dst, mask, color, &kernel::PixelRows::draw8);
     drawMaximum(at, dst, mask);
 }
 
@@ -102,8 +102,8 @@ void QxBlender::drawBitmapBlend32(int x, int y, const QxBitmap* dst, unsigned in
 void QxBlender::drawBitmapBlend32(int x, int y, const QxBitmap* dst, unsigned char* src, int srcWidth, int srcHeight,
                                   int srcStride, int /*ignored*/, int order) {
     const Placed at{x, y, srcWidth, srcHeight, srcStride};
-    if (order == 0) drawColors(at, dst, src, kernel::blendDstOverRow32Rgba);
-    if (order == 1) drawColors(at, dst, src, kernel::blendDstOverRow32);
+    if (order == 0) drawColors(at, dst, src, &kernel::PixelRows::dstOver32Rgba);
+    if (order == 1) drawColors(at, dst, src, &kernel::PixelRows::dstOver32);
 }
 
 void QxBlender::drawBitmap(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight,
@@ -118,7 +118,7 @@ void QxBlender::drawBitmap(int x, int y, const QxBitmap* dst, QxBitmap* src, uns
 
 void QxBlender::drawBitmap8To32(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight,
                                 unsigned int color) {
-    drawMask({x, y, maskWidth, maskHeight, maskWidth}, dst, mask, color, kernel::drawRow8To32);
+    drawMask({x, y, maskWidth, maskHeight, maskWidth}, dst, mask, color, &kernel::PixelRows::draw8);
 }
 
 void QxBlender::drawBitmap8To8(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight) {
@@ -127,37 +127,37 @@ void QxBlender::drawBitmap8To8(int x, int y, const QxBitmap* dst, unsigned char*
 
 void QxBlender::blendSrcOver8To32(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight,
                                   int maskStride, unsigned int color) {
-    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, kernel::blendSrcOverRow8To32);
+    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, &kernel::PixelRows::srcOver8);
 }
 
 void QxBlender::blendDstOver8To32(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight,
                                   int maskStride, unsigned int color) {
-    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, kernel::blendDstOverRow8To32);
+    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, &kernel::PixelRows::dstOver8);
 }
 
 void QxBlender::blendDstOver8To32NSA(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth,
                                      int maskHeight, int maskStride, unsigned int color) {
-    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, kernel::blendDstOverNsaRow8To32);
+    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, &kernel::PixelRows::dstOverNsa8);
 }
 
 void QxBlender::blendDstOverSA8To32(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth,
                                     int maskHeight, int maskStride, unsigned int color) {
-    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, kernel::blendDstOverSaRow8To32);
+    drawMask({x, y, maskWidth, maskHeight, maskStride}, dst, mask, color, &kernel::PixelRows::dstOverSa8);
 }
 
 void QxBlender::blendDstOver32To32(int x, int y, const QxBitmap* dst, unsigned int* src, int srcWidth, int srcHeight,
                                    int srcStride) {
-    drawColors({x, y, srcWidth, srcHeight, srcStride}, dst, bytesOf(src), kernel::blendDstOverRow32);
+    drawColors({x, y, srcWidth, srcHeight, srcStride}, dst, bytesOf(src), &kernel::PixelRows::dstOver32);
 }
 
 void QxBlender::blendSrcOver32To32(int x, int y, const QxBitmap* dst, unsigned int* src, int srcWidth, int srcHeight,
                                    int srcStride) {
-    drawColors({x, y, srcWidth, srcHeight, srcStride}, dst, bytesOf(src), kernel::blendSrcOverRow32);
+    drawColors({x, y, srcWidth, srcHeight, srcStride}, dst, bytesOf(src), &kernel::PixelRows::srcOver32);
 }
 
 void QxBlender::convertBGRAToARGB(QxBitmap* bitmap) {
     if (!hasPixels(bitmap, 4)) return;
-    kernel::swapRedBlueRow(bitmap->pixels, static_cast<ptrdiff_t>(bitmap->width) * bitmap->height);
+    kernel::pixelRows().swapRedBlue(bitmap->pixels, static_cast<ptrdiff_t>(bitmap->width) * bitmap->height);
 }
 
 }  // namespace QxFontEffect

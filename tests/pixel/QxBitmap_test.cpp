@@ -3,8 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <functional>
+#include <memory>
+#include <new>
 #include <numeric>
 #include <vector>
+
+#include "support/failing_alloc.h"
 
 namespace QxFontEffect::test {
 namespace {
@@ -90,6 +95,33 @@ TEST(Bitmap, WhoseSizeDoesNotFit32BitsHasNoPixels) {
     }
 }
 
+TEST(Bitmap, KeepsItsSizeAndHasNoPixelsWhenMemoryIsShort) {
+    const QxBitmap source = counting(4, 4, 1);
+    QxRect rect(1, 1, 3, 3);
+    QxBitmap assigned(2, 2, 1);
+    const std::function<QxBitmap*()> makers[] = {
+        [] { return new (std::nothrow) QxBitmap(4, 4, 4); },
+        [&] { return new (std::nothrow) QxBitmap(4, 4, source.pixels, 1); },
+        [&] { return new (std::nothrow) QxBitmap(source); },
+        [&] { return new (std::nothrow) QxBitmap(source, &rect); },
+    };
+    for (const auto& make : makers) {
+        std::unique_ptr<QxBitmap> bitmap;
+        {
+            FailingAlloc failing(1);  // request 0 is the bitmap itself
+            bitmap.reset(make());
+        }
+        EXPECT_EQ(nullptr, bitmap->pixels);
+        EXPECT_LE(2u, bitmap->width);
+    }
+    {
+        FailingAlloc failing(0);
+        assigned = source;
+    }
+    EXPECT_EQ(nullptr, assigned.pixels);
+    EXPECT_EQ(4u, assigned.width);
+}
+
 TEST(Bitmap, CutsARectangleOutOfAnotherOne) {
     const QxBitmap source = counting(10, 6, 1);
     QxRect rect(2, 1, 5, 3);
@@ -103,8 +135,7 @@ TEST(Bitmap, CutsARectangleOutOfAnotherOne) {
     QxRect corner(1, 1, 3, 3);
     const QxBitmap quarter(colors, &corner);
     EXPECT_EQ(1u, quarter.format);
-    const std::vector<uint8_t> bytes = contents(quarter);
-    EXPECT_EQ((std::vector<uint8_t>{5, 6, 9, 10}), std::vector<uint8_t>(bytes.begin(), bytes.begin() + 4));
+    EXPECT_EQ((std::vector<uint8_t>{5, 6, 9, 10, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}), contents(quarter));
 }
 
 TEST(Bitmap, CutsWithReversedOrStrayRectanglesStayInsideTheSource) {

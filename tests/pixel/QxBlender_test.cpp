@@ -47,7 +47,7 @@ struct Routine {
     std::function<void(const uint8_t* src, uint8_t* dst)> pixel;
 };
 
-/// Every routine and every dispatching entry, each with what it does to one pixel.
+/// Every routine, reached through its entry, with what it does to one pixel.
 const std::vector<Routine>& routines() {
     using B = QxBlender;
     namespace R = reference;
@@ -65,12 +65,6 @@ const std::vector<Routine>& routines() {
         return [order](const Source& s) {
             B::drawBitmapBlend32(s.x, s.y, s.dst, s.bytes, s.width, s.height, s.stride, 5, order);
         };
-    };
-    const auto direct8 = [](auto routine) {
-        return [routine](const Source& s) { routine(s.x, s.y, s.dst, s.bytes, s.width, s.height, s.stride, kColor); };
-    };
-    const auto direct32 = [](auto routine) {
-        return [routine](const Source& s) { routine(s.x, s.y, s.dst, s.values(), s.width, s.height, s.stride); };
     };
     const auto plain = [](const Source& s) { B::drawBitmap(s.x, s.y, s.dst, s.bytes, s.width, s.height, kColor); };
     const auto plainBitmap = [](const Source& s) {
@@ -92,14 +86,8 @@ const std::vector<Routine>& routines() {
         {"mode 2", 4, 1, false, mode8(2), masked(R::dstOver8To32)},
         {"mode 3", 4, 1, false, mode8(3), masked(R::dstOverNsa8To32)},
         {"mode 7", 4, 1, false, mode8(7), masked(R::dstOverSa8To32)},
-        {"blendSrcOver8To32", 4, 1, false, direct8(B::blendSrcOver8To32), masked(R::srcOver8To32)},
-        {"blendDstOver8To32", 4, 1, false, direct8(B::blendDstOver8To32), masked(R::dstOver8To32)},
-        {"blendDstOver8To32NSA", 4, 1, false, direct8(B::blendDstOver8To32NSA), masked(R::dstOverNsa8To32)},
-        {"blendDstOverSA8To32", 4, 1, false, direct8(B::blendDstOverSA8To32), masked(R::dstOverSa8To32)},
         {"values, mode 1", 4, 4, false, mode32(1), R::srcOver32To32},
         {"values, mode 2", 4, 4, false, mode32(2), R::dstOver32To32},
-        {"blendSrcOver32To32", 4, 4, false, direct32(B::blendSrcOver32To32), R::srcOver32To32},
-        {"blendDstOver32To32", 4, 4, false, direct32(B::blendDstOver32To32), R::dstOver32To32},
         {"bytes, order 0", 4, 4, false, bytes32(0), R::dstOver32To32Rgba},
         {"bytes, order 1", 4, 4, false, bytes32(1), R::dstOver32To32},
         {"drawBitmap on colour", 4, 1, true, plain, masked(R::draw8To32)},
@@ -179,9 +167,10 @@ TEST(Blender, DoesNothingWithoutASourceOrADestinationOfTheRightDepth) {
             EXPECT_EQ(std::vector<uint8_t>(64 * depth, 0), contents(other)) << depth;
         }
     }
-    QxBitmap dst(2, 2, 4), unreadable(65536, 65536, 1);
+    QxBitmap dst(2, 2, 4), unreadable(65536, 65536, 1), depthless(2, 2, 0);
     QxBlender::drawBitmap(0, 0, &dst, static_cast<QxBitmap*>(nullptr), kColor);
     QxBlender::drawBitmap(0, 0, &dst, &unreadable, kColor);
+    QxBlender::drawBitmap(0, 0, &dst, &depthless, kColor);
     EXPECT_EQ(std::vector<uint8_t>(16, 0), contents(dst));
 }
 

@@ -1,0 +1,182 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+/// Several pixels at a time, written with the compiler's vector extensions: the same text is SSE2 code on plain
+/// x86-64, AVX2 code where a file is compiled for it, and NEON code on arm64. Shuffles need GCC 12 or Clang.
+///
+/// Everything is in an unnamed namespace, and nothing of the standard library that could leave an out-of-line copy
+/// is used: a file compiled for AVX2 must not lend its code to a program on a processor without it.
+namespace QxFontEffect::kernel {
+namespace {
+
+#if defined(__AVX2__)
+constexpr int kVectorBytes = 32;
+#else
+constexpr int kVectorBytes = 16;
+#endif
+
+/// The processors we run on keep the first byte of a pixel in the low bits of a word.
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "lanes are split by shifts");
+
+using Words = uint32_t __attribute__((vector_size(kVectorBytes)));   // a pixel a lane
+using Halves = uint16_t __attribute__((vector_size(kVectorBytes)));  // two channels of a pixel, one a lane
+using Shorts = int16_t __attribute__((vector_size(kVectorBytes)));
+using Bytes = uint8_t __attribute__((vector_size(kVectorBytes)));
+using Signed = int32_t __attribute__((vector_size(kVectorBytes)));
+using Floats = float __attribute__((vector_size(kVectorBytes)));
+
+constexpr int kVectorPixels = kVectorBytes / 4;
+
+/// Pixels that a row is walked in; a multiple of both vector widths.
+constexpr ptrdiff_t kBlock = 16;
+
+inline Words load(const uint8_t* p) {
+    Words words;
+    std::memcpy(&words, p, sizeof words);
+    return words;
+}
+inline void store(uint8_t* p, Words words) {
+    std::memcpy(p, &words, sizeof words);
+}
+
+inline Words words(Halves h) {
+    return reinterpret_cast<Words>(h);
+}
+inline Halves halves(Words w) {
+    return reinterpret_cast<Halves>(w);
+}
+
+/// All bits of a lane where it is 0.
+inline Halves isZero(Halves h) {
+    return reinterpret_cast<Halves>(h == 0);
+}
+
+/// All bits of a lane where it is above 255; for lanes below 32768.
+inline Halves isAbove255(Halves h) {
+    return reinterpret_cast<Halves>(reinterpret_cast<Shorts>(h) > 255);
+}
+
+/// The four channels of pixels, two vectors of 16-bit lanes: first and third byte, second and fourth.
+struct Channels {
+    Halves even;
+    Halves odd;
+};
+
+inline Channels split(Words pixels) {
+    return {halves(pixels) & 255, halves(pixels) >> 8};
+}
+inline Channels operator+(Channels c, Halves h) {
+    return {c.even + h, c.odd + h};
+}
+inline Channels operator+(Channels c, uint16_t value) {
+    return {c.even + value, c.odd + value};
+}
+inline Channels operator+(Channels u, Channels v) {
+    return {u.even + v.even, u.odd + v.odd};
+}
+inline Channels operator*(Channels c, Halves h) {
+    return {c.even * h, c.odd * h};
+}
+inline Channels operator>>(Channels c, int bits) {
+    return {c.even >> bits, c.odd >> bits};
+}
+
+/// Pixels from lanes of 0..255.
+inline Words join(Channels c) {
+    return words(c.even | c.odd << 8);
+}
+/// Pixels from the high bytes of the lanes: join(c >> 8).
+inline Words joinHigh(Channels c) {
+    return words(c.even >> 8 | (c.odd & 0xFF00));
+}
+
+/// Adds bytes; sums that pass 255 stay there.
+inline Words addLimited(Words u, Words v) {
+    const Bytes a = reinterpret_cast<Bytes>(u), b = reinterpret_cast<Bytes>(v), room = ~b;
+    return reinterpret_cast<Words>((a < room ? a : room) + b);
+}
+
+#if defined(__AVX2__)
+#define QX_IN_EACH_PIXEL(first, second)                                                                        \
+    first, second, 2 + first, 2 + second, 4 + first, 4 + second, 6 + first, 6 + second, 8 + first, 8 + second, \
+        10 + first, 10 + second, 12 + first, 12 + second, 14 + first, 14 + second
+#else
+#define QX_IN_EACH_PIXEL(first, second) \
+    first, second, 2 + first, 2 + second, 4 + first, 4 + second, 6 + first, 6 + second
+#endif
+
+/// The fourth channel of each pixel in both of its lanes.
+inline Halves alphaOf(Channels c) {
+    return __builtin_shufflevector(c.odd, c.odd, QX_IN_EACH_PIXEL(1, 1));
+}
+
+/// Exchanges the first and the third channel of each pixel.
+inline Channels swapRedBlue(Channels c) {
+    return {__builtin_shufflevector(c.even, c.even, QX_IN_EACH_PIXEL(1, 0)), c.odd};
+}
+inline Words swapRedBlue(Words w) {
+    const Halves even = halves(w & 0xFF00FFu);
+    return (w & 0xFF00FF00u) | words(__builtin_shufflevector(even, even, QX_IN_EACH_PIXEL(1, 0)));
+}
+
+#undef QX_IN_EACH_PIXEL
+
+/// The same value in both lanes of every pixel.
+inline Halves everywhere(uint32_t value) {
+    return Halves{} + static_cast<uint16_t>(value);
+}
+
+/// Block tests in plain words: they run beside the vector instructions of the block before.
+inline uint64_t quad(const uint8_t* p) {
+    uint64_t value;
+    std::memcpy(&value, p, sizeof value);
+    return value;
+}
+inline bool masksAllZero(const uint8_t* block) {
+    return (quad(block) | quad(block + 8)) == 0;
+}
+inline bool masksAllFull(const uint8_t* block) {
+    return (quad(block) & quad(block + 8)) == UINT64_MAX;
+}
+inline bool pixelsAllZero(const uint8_t* block) {
+    uint64_t any = 0;
+    for (int i = 0; i < 4 * kBlock; i += 8) any |= quad(block + i);
+    return any == 0;
+}
+inline bool pixelsAllOpaque(const uint8_t* block) {
+    constexpr uint64_t kAlphas = 0xFF000000FF000000u;
+    uint64_t all = kAlphas;
+    for (int i = 0; i < 4 * kBlock; i += 8) all &= quad(block + i);
+    return all == kAlphas;
+}
+
+/// Spreads `kBlock` mask bytes so that each stands in both lanes of its pixel.
+inline void spreadMask(const uint8_t* mask, Halves* spread) {
+#if defined(__AVX2__)
+    for (int half = 0; half < 2; ++half) {
+        uint64_t eight;
+        std::memcpy(&eight, mask + 8 * half, sizeof eight);
+        using Quads = uint64_t __attribute__((vector_size(kVectorBytes)));
+        const Bytes m = reinterpret_cast<Bytes>(Quads{} + eight);
+        const Bytes twice = __builtin_shufflevector(m, m, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 20, 20, 20,
+                                                    20, 21, 21, 21, 21, 22, 22, 22, 22, 23, 23, 23, 23);
+        spread[half] = reinterpret_cast<Halves>(twice) & 255;
+    }
+#else
+    const Bytes m = reinterpret_cast<Bytes>(load(mask)), none = {};
+    const Halves low = reinterpret_cast<Halves>(
+        __builtin_shufflevector(m, none, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23));
+    const Halves high = reinterpret_cast<Halves>(
+        __builtin_shufflevector(m, none, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31));
+    spread[0] = __builtin_shufflevector(low, low, 0, 0, 1, 1, 2, 2, 3, 3);
+    spread[1] = __builtin_shufflevector(low, low, 4, 4, 5, 5, 6, 6, 7, 7);
+    spread[2] = __builtin_shufflevector(high, high, 0, 0, 1, 1, 2, 2, 3, 3);
+    spread[3] = __builtin_shufflevector(high, high, 4, 4, 5, 5, 6, 6, 7, 7);
+#endif
+}
+
+}  // namespace
+}  // namespace QxFontEffect::kernel
