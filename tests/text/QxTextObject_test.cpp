@@ -162,13 +162,13 @@ TEST(TextObject, ATextLoadsTheFamiliesOfItsScripts) {
     test::TextScene object(L"", 10, 10);
     for (const auto& row : rows) {
         for (const bool asString : {false, true}) {
-            std::vector<QxFontFamily*>& families = test::systemFamilies();
+            test::unloadFamilies();
             QxString string;
             string.Construct(row.text);
             EXPECT_TRUE(asString ? object.SetText(&string) : object.SetText(row.text));
             for (int i = test::kDefault + 1; i < test::kFamilies; ++i) {
                 const bool wanted = std::count(row.loaded.begin(), row.loaded.end(), i) != 0;
-                EXPECT_EQ(wanted ? 1 : 0, families[static_cast<size_t>(i)]->loaded)
+                EXPECT_EQ(wanted ? 1 : 0, test::systemFamilies()[static_cast<size_t>(i)]->loaded)
                     << "family " << i << " for " << testing::PrintToString(std::wstring(row.text));
             }
         }

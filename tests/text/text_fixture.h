@@ -33,7 +33,7 @@ inline QxFontFamily* newFamily(const char* locales, const std::string& path) {
     return family;
 }
 
-/// Hands the families over at first use and forgets what was loaded since, except the default one.
+/// Hands the families over at first use; the default one is loaded.
 inline std::vector<QxFontFamily*>& systemFamilies() {
     static std::vector<QxFontFamily*>& families = *[] {
         const std::string latin = testsupport::fontFile(testsupport::kRobotoRegular);
@@ -46,14 +46,19 @@ inline std::vector<QxFontFamily*>& systemFamilies() {
         list->Construct();
         for (QxFontFamily* family : *made) list->Add(static_cast<void*>(family));
         FontManager::GetInstance()->BuildMinikinFamily(made->front());
+        made->front()->loaded = 1;
         FontManager::GetInstance()->SetSystemFontFamilies(list);
         return made;
     }();
-    for (QxFontFamily* family : families) family->loaded = family == families[kDefault] ? 1 : 0;
     return families;
 }
 
-/// Adds a record for a line that starts at (x, y); the bounds are 20 above and 8 below the baseline.
+/// Forgets what texts have loaded since.
+inline void unloadFamilies() {
+    for (QxFontFamily* family : systemFamilies()) family->loaded = family == systemFamilies()[kDefault] ? 1 : 0;
+}
+
+/// A record for a line that starts at (x, y). The bounds reach 20 above and 8 below the baseline.
 inline QxLineInfo* newLine(int x, int y, int start, int end, int direction = 1) {
     auto* const line = new QxLineInfo;
     line->x = x;
