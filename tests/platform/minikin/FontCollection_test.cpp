@@ -60,6 +60,13 @@ TEST(FontCollection, VariantDecidesBetweenCompactAndElegant) {
     EXPECT_EQ(runsOf(collection, u"س", "", FamilyVariant::ELEGANT), "NotoNaskhArabic[0,1)");
 }
 
+TEST(FontCollection, LanguageRanksAboveVariant) {
+    const FontCollection collection({roboto(), family(testsupport::kNotoCjk, "", FamilyVariant::DEFAULT, 0),
+                                     family(testsupport::kNotoCjk, "ja", FamilyVariant::ELEGANT, 1)});
+    EXPECT_EQ(runsOf(collection, u"漢", "und-Hani"), "NotoSansCJK:1[0,1)");
+    EXPECT_EQ(runsOf(collection, u"漢", ""), "NotoSansCJK[0,1)");
+}
+
 TEST(FontCollection, EmojiStyleDecidesBetweenPictureAndText) {
     const std::u16string phone = u"\u260E";
     expectRuns(FontCollection(deviceFamilies()),

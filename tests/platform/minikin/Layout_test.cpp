@@ -6,6 +6,7 @@
 #include <random>
 #include <thread>
 
+#include "TextPieces.h"
 #include "sample_text.h"
 
 namespace {
@@ -57,6 +58,8 @@ TEST(Layout, RunsStandInVisualOrder) {
     EXPECT_EQ(glyphsOf(arabicFirst, Bidi::DEFAULT_LTR), latinLeft);
     EXPECT_EQ(glyphsOf(u"סלם", Bidi::FORCE_LTR), joined(joined(glyphsOf(u"ס"), glyphsOf(u"ל")), glyphsOf(u"ם")));
     EXPECT_EQ(glyphsOf(u"AB", Bidi::FORCE_RTL), glyphsOf(u"BA"));
+    // Two fonts within one word.
+    EXPECT_EQ(glyphsOf(u"אس"), joined(glyphsOf(u"س"), glyphsOf(u"א")));
 }
 
 TEST(Layout, ParagraphDecidesTheDirectionOfALine) {
@@ -81,8 +84,48 @@ TEST(Layout, LettersJoinAcrossTheEndOfALine) {
 TEST(Layout, PiecesDoNotKernWithEachOther) {
     const auto advance = [](const std::u16string& text) { return layOut(text, devicePaint(), device()).getAdvance(); };
     EXPECT_LT(advance(u"VA"), advance(u"V") + advance(u"A"));
-    for (const std::u16string cut : {u" ", u"\u2003", u"\u3000", u"\u200E", u"漢"}) {
-        EXPECT_EQ(advance(u"V" + cut + u"A"), advance(u"V") + advance(cut) + advance(u"A"));
+    EXPECT_EQ(advance(u"V A"), advance(u"V") + advance(u" ") + advance(u"A"));
+}
+
+TEST(Layout, KerningIsStretchedWithTheText) {
+    const auto kerning = [](float scaleX) {
+        android::Paint paint = devicePaint();
+        paint.getSkFont().setScaleX(scaleX);
+        return layOut(u"VA", paint, device()).getX(1) - layOut(u"V", paint, device()).getAdvance();
+    };
+    EXPECT_NEAR(kerning(2.0f), 2 * kerning(1.0f), 1.0f / 128);
+}
+
+TEST(Layout, VariantOfThePaintChoosesTheFamily) {
+    android::Paint paint = devicePaint();
+    const minikin::MinikinFont* compact = layOut(u"س", paint, device()).getFont(0);
+    paint.setFamilyVariant(FamilyVariant::ELEGANT);
+    const minikin::MinikinFont* elegant = layOut(u"س", paint, device()).getFont(0);
+    EXPECT_EQ(compact, installedFont("NotoSansArabic-Regular.ttf").get());
+    EXPECT_EQ(elegant, installedFont(testsupport::kNotoNaskh).get());
+}
+
+TEST(TextPieces, AreWordsBlanksControlsAndIdeographsOnwards) {
+    struct Case {
+        std::u16string text;
+        std::vector<size_t> ends;
+    };
+    const Case cases[] = {
+        {u"ab  cd", {2, 3, 4, 6}},
+        {u"a\u2003b\u3000c", {1, 2, 3, 4, 5}},
+        {u"a\u200Bb\u00A0c\nd", {7}},
+        {u"漢字かな漢a", {1, 4, 6}},
+        {u"\u33FF\u3400\u9FFF\uA000", {1, 2, 4}},
+        {u"a\u200Eb\u200Fc\u061Cd\u202Ae\u2069", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}},
+    };
+    for (const Case& each : cases) {
+        std::vector<size_t> ends;
+        const auto* text = reinterpret_cast<const uint16_t*>(each.text.data());
+        for (const minikin::TextPiece& piece : minikin::textPieces(text, each.text.size(), {0, each.text.size()})) {
+            EXPECT_EQ(piece.range.start, ends.empty() ? 0 : ends.back());
+            ends.push_back(piece.range.end);
+        }
+        EXPECT_EQ(ends, each.ends) << "case " << &each - cases;
     }
 }
 
@@ -106,6 +149,9 @@ TEST(Layout, LetterSpacingKeepsOffJoiningScriptsAndOpensLigatures) {
     EXPECT_EQ(layOut(u"fi", spaced, device()).nGlyphs(), 2u);
     spaced.setLetterSpacing(0.03f);
     EXPECT_EQ(layOut(u"fi", spaced, device()).nGlyphs(), 1u);
+    // A base and its mark are one cluster.
+    EXPECT_FLOAT_EQ(layOut(u"x\u0301", spaced, device()).getAdvance(),
+                    layOut(u"x\u0301", devicePaint(), device()).getAdvance() + 0.03f * 48);
     // In proportion to the stretch.
     spaced.getSkFont().setScaleX(2.0f);
     android::Paint stretched = devicePaint();

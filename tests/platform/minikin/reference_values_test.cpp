@@ -135,10 +135,13 @@ TEST(ReferenceValues, HugeTextIsMeasuredAsAScaledOutline) {
     EXPECT_EQ(boundsOf(layout), MinikinRect(23.4375f, -215.625f, 192.1875f, 0));
 }
 
-TEST(ReferenceValues, FractionsOfTheSizeAreDrawnButNotMeasured) {
+TEST(ReferenceValues, FractionsOfTheSizeAreDrawnButMeasuredOnlyByLinearMetrics) {
     const auto typeface = typefaceOf(deviceFamilies());
     const minikin::Layout layout = layOut(u"H", devicePaint(48.9f), *typeface);
     EXPECT_EQ(layout.getAdvance(), 34.0f);
+    android::Paint linear = devicePaint(48.9f);
+    linear.getSkFont().setLinearMetrics(true);
+    EXPECT_GT(layOut(u"H", linear, *typeface).getAdvance(), 34.5f);
     EXPECT_NE(LineMask(layout, devicePaint(48.9f)).pixels, LineMask(layout, devicePaint(48.0f)).pixels);
 }
 
