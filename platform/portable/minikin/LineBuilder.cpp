@@ -8,6 +8,13 @@
 
 namespace minikin {
 
+namespace {
+
+// OpenType only. Desktop builds of HarfBuzz may prefer a font's Graphite tables, which set other glyphs than a device.
+const char* const kShapers[] = {"ot", "fallback", nullptr};
+
+}  // namespace
+
 LineBuilder::LineBuilder(const FontCollection& collection, const TextSettings& settings)
     : mSettings(settings),
       mFeatures(shapingFeatures(settings)),
@@ -74,7 +81,7 @@ void LineBuilder::shape(const uint16_t* text, UnitRange word, UnitRange run, hb_
     if (language != HB_LANGUAGE_INVALID) hb_buffer_set_language(mBuffer, language);
     hb_buffer_add_utf16(mBuffer, text + word.start, static_cast<int>(word.length()),
                         static_cast<unsigned>(run.start - word.start), static_cast<int>(run.length()));
-    hb_shape(font.hbFont(), mBuffer, mFeatures.data(), static_cast<unsigned>(mFeatures.size()));
+    hb_shape_full(font.hbFont(), mBuffer, mFeatures.data(), static_cast<unsigned>(mFeatures.size()), kShapers);
 }
 
 void LineBuilder::placeGlyphs(const ScaledFont& font, size_t wordStart, float letterSpacing, Pen* pen) {
