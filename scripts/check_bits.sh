@@ -25,15 +25,15 @@ build() {
     fi
 }
 
-check() {  # name, then how to run the program
-    local name="$1"
-    shift
+check() {  # name, what to call the run, then how to run the program
+    local name="$1" title="$2"
+    shift 2
     "$@" "build/bits-$name/tests/golden/qx_checksums" "$coverage" >"$fresh"
     if ! diff -u "$golden" "$fresh"; then
-        echo "check_bits: $name draws other pixels (- kept, + drawn)" >&2
+        echo "check_bits: $title draws other pixels (- kept, + drawn)" >&2
         exit 1
     fi
-    echo "bits: $name agrees ($(wc -l <"$fresh") checksums)"
+    echo "bits: $title agrees ($(wc -l <"$fresh") checksums)"
 }
 
 if [ "${1:-}" = refresh ]; then
@@ -43,17 +43,18 @@ if [ "${1:-}" = refresh ]; then
     exit 0
 fi
 
+arm64=(-DCMAKE_TOOLCHAIN_FILE=cmake/aarch64.cmake)
 emulator=(qemu-aarch64 -L /usr/aarch64-linux-gnu)
 for type in Release Debug; do
     suffix=${type,,}
     build "gcc-$suffix" $type -DCMAKE_CXX_COMPILER=g++
-    check "gcc-$suffix"
+    check "gcc-$suffix" "x86-64, GCC, $type"
     # The same program without its fast paths for newer processors.
-    QX_PORTABLE_KERNELS=1 check "gcc-$suffix"
+    check "gcc-$suffix" "x86-64, GCC, $type, portable kernels" env QX_PORTABLE_KERNELS=1
     build "clang-$suffix" $type -DCMAKE_CXX_COMPILER=clang++
-    check "clang-$suffix"
-    build "arm64-gcc-$suffix" $type -DCMAKE_TOOLCHAIN_FILE=cmake/aarch64.cmake
-    check "arm64-gcc-$suffix" "${emulator[@]}"
-    build "arm64-clang-$suffix" $type -DCMAKE_TOOLCHAIN_FILE=cmake/aarch64.cmake -DQX_CROSS_CLANG=ON
-    check "arm64-clang-$suffix" "${emulator[@]}"
+    check "clang-$suffix" "x86-64, Clang, $type"
+    build "arm64-gcc-$suffix" $type "${arm64[@]}"
+    check "arm64-gcc-$suffix" "arm64, GCC, $type" "${emulator[@]}"
+    build "arm64-clang-$suffix" $type "${arm64[@]}" -DQX_CROSS_CLANG=ON
+    check "arm64-clang-$suffix" "arm64, Clang, $type" "${emulator[@]}"
 done

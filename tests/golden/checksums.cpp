@@ -3,6 +3,9 @@
 //
 //   qx_checksums COVERAGE.pgm                   a line for every effect alone and for every 32 random stacks
 //   qx_checksums COVERAGE.pgm --only TYPE N     scene N of one effect type (0: random stacks), alone
+#include <android/log.h>
+#include <portable/log_sink.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -13,8 +16,8 @@ namespace {
 
 using namespace QxFontEffect::test;
 
-constexpr uint32_t kScenesPerEffect = 48;
-constexpr uint32_t kStacks = 512;
+constexpr uint32_t kScenesPerEffect = 32;
+constexpr uint32_t kStacks = 256;
 constexpr uint32_t kStacksPerLine = 32;
 
 uint32_t checksum(uint32_t first, uint32_t end, int type, const Coverage& stored) {
@@ -33,6 +36,7 @@ void printAll(const Coverage& stored) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    portable::setStderrLogPriority(ANDROID_LOG_SILENT);
     const Coverage stored = argc > 1 ? readCoverage(argv[1]) : Coverage();
     const bool one = argc == 5 && std::strcmp(argv[2], "--only") == 0;
     if (stored.pixels.empty() || (argc != 2 && !one)) {

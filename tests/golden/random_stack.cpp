@@ -107,7 +107,9 @@ void addStroke(Rng& rng, QxEffect& stack) {
     const float size = randomSize(rng);
     const uint32_t color = rng.next32();
     const float opacity = randomOpacity(rng);
-    stack.addStrokeText(size, color, opacity, rng.between(0, 3), rng.between(0, 3));
+    const int mode = rng.between(0, 3);
+    const int position = rng.between(0, 3);
+    stack.addStrokeText(size, color, opacity, mode, position);
 }
 
 void addPattern(Rng& rng, QxEffect& stack) {
@@ -122,8 +124,10 @@ void addPattern(Rng& rng, QxEffect& stack) {
 void drawGlyph(Rng& rng, QxEffect& stack, const Coverage& stored) {
     const int width = rng.between(1, 120);
     const int height = rng.between(1, 90);
-    Coverage piece =
-        cut(stored, rng.between(-10, stored.width - 10), rng.between(-10, stored.height - 10), width, height);
+    // One draw a statement: the order in which a call's arguments are evaluated is the compiler's own.
+    const int left = rng.between(-10, stored.width - 10);
+    const int top = rng.between(-10, stored.height - 10);
+    Coverage piece = cut(stored, left, top, width, height);
     QxGlyph glyph{piece.pixels.data(), static_cast<uint16_t>(width), static_cast<uint16_t>(height), 0, 0};
     const int x = rng.between(-20, 60);
     const int y = rng.between(-20, 40);

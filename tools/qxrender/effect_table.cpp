@@ -55,15 +55,14 @@ std::vector<Parameter> reliefParameters(bool bevel) {
     std::vector<Parameter> parameters = {
         number("size", "px", 0, 100, "6", bevel ? "width of the band" : "width of the band, half on either side"),
         number("depth", "", 0, 10, "3", "steepness"),
-        choice("direction", {{"up", 1}, {"down", 0}}, "up", "raised or sunken"),
+        // 0 turns the light round, which is what lifts the letters towards a light at the given angle.
+        choice("direction", {{"up", 0}, {"down", 1}}, "up", "raised or sunken"),
         choice("technique", {{"smooth", 0}, {"chisel", 1}}, "smooth", "rounded or hard edge"),
         integer("soften", "px", 0, 16, "0", "radius of a final blur"),
         number("angle", "degrees", -360, 360, "135", "azimuth of the light: 0 right, 90 above, whole degrees"),
         number("altitude", "degrees", 0, 89, "30", "elevation of the light, whole degrees"),
-        color("highlight", "#ffffff", "colour of lit slopes"),
-        opacity("highlight-opacity"),
-        color("shadow", "#000000", "colour of shaded slopes"),
-        opacity("shadow-opacity")};
+        color("highlight", "#ffffff", "colour of lit slopes"), opacity("highlight-opacity"),
+        color("shadow", "#000000", "colour of shaded slopes"), opacity("shadow-opacity")};
     if (bevel)
         parameters.insert(parameters.begin(), choice("style", {{"inner", 1}, {"outer", 0}}, "inner",
                                                      "band inside the letters or around them"));
