@@ -1,13 +1,12 @@
 #pragma once
 
+#include <minikin/Layout.h>
+
 #include <cstddef>
 
 class SkCanvas;
 namespace android {
 class Paint;
-}
-namespace minikin {
-class Layout;
 }
 
 namespace QxFontEffect {

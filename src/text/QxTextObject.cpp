@@ -1,10 +1,6 @@
 #include "text/QxTextObject.h"
 
-#include <hb.h>
-#include <minikin/LocaleList.h>
-
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -22,7 +18,7 @@
 #include "text/QxTextObjectImpl.h"
 #include "text/QxView.h"
 #include "text/result_picture.h"
-#include "text/script_runs.h"
+#include "text/script_families.h"
 
 namespace QxFontEffect {
 
@@ -39,45 +35,8 @@ constexpr uint32_t kItalicBit = 2;
 
 constexpr unsigned int kOpaqueBlack = 0xFF000000;
 
-void loadFamilies(const char* locales) {
-    const uint32_t id = minikin::registerLocaleList(locales);
-    if (id != 0) FontManager::GetInstance()->LoadMinikinFontFamily(id);
-}
-
-// Latin is served by the default family, which is loaded from the start; so is what has no script of its own.
-void loadFamiliesOf(hb_script_t script) {
-    switch (script) {
-        case HB_SCRIPT_INVALID:
-        case HB_SCRIPT_LATIN:
-        case HB_SCRIPT_COMMON:
-        case HB_SCRIPT_INHERITED:
-        case HB_SCRIPT_UNKNOWN:
-            return;
-        case HB_SCRIPT_HANGUL:
-            return loadFamilies("ko");
-        case HB_SCRIPT_HIRAGANA:
-        case HB_SCRIPT_KATAKANA:
-            return loadFamilies("ja");
-        case HB_SCRIPT_HAN:
-            loadFamilies("zh-Hans");
-            return loadFamilies("zh-Hant");
-        default:
-            break;
-    }
-    const uint32_t letters = static_cast<uint32_t>(script);
-    char locale[16];
-    std::snprintf(locale, sizeof(locale), "und-%c%c%c%c", static_cast<char>(letters >> 24),
-                  static_cast<char>(letters >> 16 & 0xFF), static_cast<char>(letters >> 8 & 0xFF),
-                  static_cast<char>(letters & 0xFF));
-    loadFamilies(locale);
-}
-
-bool fitsMemory(int width, int height) {
-    return width >= 0 && height >= 0 && static_cast<uint64_t>(width) * static_cast<uint64_t>(height) <= UINT32_MAX / 4;
-}
-
 std::unique_ptr<QxBitmap> makePicture(int width, int height) {
-    if (!fitsMemory(width, height)) return nullptr;
+    if (width < 0 || height < 0) return nullptr;
     std::unique_ptr<QxBitmap> picture(
         new (std::nothrow) QxBitmap(static_cast<unsigned int>(width), static_cast<unsigned int>(height), 4));
     const bool hasPixels = picture != nullptr && (picture->pixels != nullptr || width == 0 || height == 0);
@@ -165,8 +124,6 @@ bool QxTextObject::storeText(const Text* text) {
     return true;
 }
 
-// The families a text needs are loaded before it is laid out. A script is asked for again in each of its runs: every
-// request loads the next family of the locale that is not loaded yet, and many scripts have two.
 void QxTextObject::SetTextLocaleListId() {
     if (M == nullptr) {
         failWith(kTag, kErrorNotConstructed, 460);
@@ -183,12 +140,7 @@ void QxTextObject::SetTextLocaleListId() {
         logDebug(kTag, "SetTextLocaleListId - textString is null.");
         return;
     }
-    const size_t end = length < 0 ? 0 : static_cast<size_t>(length);
-    for (size_t start = 0; start < end;) {
-        const ScriptRun run = scriptRunAt(units.get(), end, start);
-        loadFamiliesOf(run.script);
-        start = run.end;
-    }
+    if (length > 0) loadScriptFamilies(units.get(), static_cast<size_t>(length));
 }
 
 QxString* QxTextObject::GetText() {

@@ -48,7 +48,7 @@ LineBox lineBox(float advance, const minikin::MinikinRect& bounds) {
 }
 
 QxGlyph* drawLineGlyph(const minikin::Layout* layout, android::Paint* paint) {
-    minikin::MinikinRect bounds = {0, 0, 0, 0};
+    minikin::MinikinRect bounds{};
     if (layout != nullptr) layout->getBounds(&bounds);
     const LineBox box = lineBox(layout == nullptr ? 0 : layout->getAdvance(), bounds);
 

@@ -78,20 +78,20 @@ unsigned int sizeOf(const std::vector<char>& bytes) {
     return static_cast<unsigned int>(bytes.size());
 }
 
-struct FontSpec {
+struct FontEntry {
     std::string path;
     int ttcIndex = 0;
     int weight = 400;
     bool italic = false;
 };
 
-QxFontFamily* newFamily(uint32_t localeListId, int variant, const std::vector<FontSpec>& fonts) {
+QxFontFamily* newFamily(uint32_t localeListId, int variant, const std::vector<FontEntry>& fonts) {
     auto* const family = new QxFontFamily;
     family->localeListId = localeListId;
     family->variant = variant;
     family->fonts = new List;
     family->fonts->Construct();
-    for (const FontSpec& font : fonts) {
+    for (const FontEntry& font : fonts) {
         auto* const data = new QxFontData{nullptr, font.ttcIndex, font.weight, font.italic, nullptr};
         data->path = new QxString;
         data->path->Construct(font.path.c_str());
@@ -253,6 +253,7 @@ TEST(FontManager, ReadsTheStyleOffTheNameOfTheUserFont) {
         {"/f/A-Bold-Italic.ttf", nullptr, 350, true},
         {"/f/A-Regular.ttf", nullptr, 350, false},
         {"/f/A-Bold", nullptr, 350, false},  // a mark at the very end is none
+        {"-Thin.ttf", nullptr, 350, false},
         {"-Bold.ttf", nullptr, 350, false},  // nor one at the very beginning
         {"/f-Thin/A-Bold.ttf", nullptr, 100, false},
     };

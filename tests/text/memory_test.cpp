@@ -27,6 +27,7 @@ using ::testing::ContainsRegex;
 
 constexpr int kWidth = 90;
 constexpr int kHeight = 60;
+constexpr uint32_t kBackground = 0xFF102030;
 
 std::vector<unsigned char> copied(const unsigned char* pixels) {
     return std::vector<unsigned char>(pixels, pixels + kWidth * kHeight * 4);
@@ -35,29 +36,47 @@ std::vector<unsigned char> copied(const unsigned char* pixels) {
 TEST(RenderMemory, ARenderThatRunsOutOfMemoryLeavesTheNextOneWhole) {
     CapturedLog log;
     test::TextScene object(L"Ag\u0633", kWidth, kHeight);
-    const auto lines = [&] { test::setLines(&object, {test::newLine(0, 30, 0, 2), test::newLine(5, 50, 2, 3)}); };
+    const auto setLinesAt = [&](int x) {
+        test::setLines(&object, {test::newLine(x, 30, 0, 2), test::newLine(x + 5, 50, 2, 3)});
+    };
+    // A gradient spans the rectangle of the glyphs, so one left over from a broken render would show.
+    QxGradient stops[2] = {{0xFFFF0000, 1, 0}, {0xFF0000FF, 1, 1}};
+    object.GetEffect()->addLinearGradientText(0, 1, 1, 2, stops);
     object.GetEffect()->addOuterShadowText(30, 4, 3, 0xFF0000FF, 0.7f);
-    object.SetBackgroundColor(0xFF102030, true);
-    lines();
+    object.SetBackgroundColor(kBackground, true);
+    setLinesAt(20);
     const std::vector<unsigned char> whole = copied(object.RenderTextEffect(kWidth, kHeight));
     const int margin = object.GetEffect()->getTopOffset();
     ASSERT_GT(margin, 0);
+    int wholeRight[2];
+    for (int i = 0; i < 2; ++i)
+        wholeRight[i] = static_cast<const QxLineInfo*>(object.GetLineInfo()->Get(i))->bounds.right;
 
     int refused = 0;
     for (int n = 0;; ++n) {
-        lines();
-        const auto* const line = static_cast<const QxLineInfo*>(object.GetLineInfo()->Get(0));
-        const int top = line->bounds.top;
+        setLinesAt(0);
         bool wasRefused = false;
+        const unsigned char* pixels = nullptr;
         {
             FailingAlloc failing(n);
-            object.RenderTextEffect(kWidth, kHeight);
+            pixels = object.RenderTextEffect(kWidth, kHeight);
             wasRefused = failing.refused();
         }
         if (!wasRefused) break;
         ++refused;
-        EXPECT_TRUE(line->bounds.top == top || line->bounds.top == top + margin) << "request " << n;
-        lines();
+        // Either every line was drawn, and then all records moved, or none.
+        const bool moved = static_cast<const QxLineInfo*>(object.GetLineInfo()->Get(0))->bounds.top == 10 + margin;
+        for (int i = 0; i < 2; ++i) {
+            const auto* const line = static_cast<const QxLineInfo*>(object.GetLineInfo()->Get(i));
+            EXPECT_EQ(moved ? 10 + 20 * i + margin : 10 + 20 * i, line->bounds.top) << "request " << n;
+            EXPECT_EQ(moved ? wholeRight[i] - 20 : line->x + 10, line->bounds.right) << "request " << n;
+        }
+        for (int i = 0; !moved && pixels != nullptr && i < kWidth * kHeight * 4; i += 4) {
+            uint32_t pixel;
+            std::memcpy(&pixel, pixels + i, 4);
+            ASSERT_TRUE(pixel == 0 || pixel == kBackground) << "half a picture after request " << n;
+        }
+        setLinesAt(20);
         ASSERT_EQ(whole, copied(object.RenderTextEffect(kWidth, kHeight))) << "after request " << n;
         log.take();
     }
@@ -67,7 +86,6 @@ TEST(RenderMemory, ARenderThatRunsOutOfMemoryLeavesTheNextOneWhole) {
 TEST(RenderMemory, AnObjectThatLacksAPartSaysSoAndDoesNotCrash) {
     CapturedLog log;
     std::vector<test::LogLine> seen;
-    std::vector<int> codes;
     int built = 0;
     for (int n = 0;; ++n) {
         QxTextObject object;

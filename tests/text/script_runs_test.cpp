@@ -47,6 +47,7 @@ TEST(ScriptRuns, CommonCharactersJoinTheRunBeforeAndLeadingOnesTheFirstLetters) 
          u"a",
          {{"Latn", 2}}},
         {"pair", u"\U00020000a", {{"Hani", 2}, {"Latn", 3}}},
+        {"pair last", u"\U00020000", {{"Hani", 2}}},
         {"terminator", std::u16string(u"\u4E00\0", 2), {{"Hani", 2}}},
     };
     for (const auto& row : rows) EXPECT_EQ(row.runs, runsOf(row.text)) << row.what;
