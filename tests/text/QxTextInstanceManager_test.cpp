@@ -205,6 +205,13 @@ TEST_F(TextRegistry, RandomOperationsAgreeWithTheModel) {
             ASSERT_EQ(handle == -1 ? nullptr : key(i), QxTextInstanceManager::FindQxTextObject(handle)) << step;
         }
     }
+    // No binding is left to the next test.
+    QxTextInstanceManager::Unlock();
+    for (auto& [object, count] : model.counts) {
+        for (; count < 1; ++count) QxTextInstanceManager::Bind(object);
+        for (; count > 1; --count) QxTextInstanceManager::Release(object, false);
+        EXPECT_TRUE(QxTextInstanceManager::Release(object, true));
+    }
 }
 
 TEST_F(TextRegistry, EightThreadsShareItAndEveryObjectIsDeletedOnce) {
