@@ -1,5 +1,6 @@
 #include "effect_adders.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "failure.h"
@@ -21,10 +22,16 @@ int whole(const EffectSetting& setting, const char* name) {
     return static_cast<int>(setting[name].number);
 }
 
+/// Kept within the table's range where the library takes any value, or would limit only its product with an alpha.
+float limited(const EffectSetting& setting, const char* name) {
+    const Parameter& parameter = setting.kind->parameters[static_cast<size_t>(findParameter(*setting.kind, name))];
+    return static_cast<float>(std::clamp(setting[name].number, parameter.minimum, parameter.maximum));
+}
+
 /// The library replaces a colour's alpha byte by the opacity it is handed, so a colour that carries alpha of its own
 /// has it folded in here.
 float opacityOf(const EffectSetting& setting, const char* color = "color", const char* opacity = "opacity") {
-    return number(setting, opacity) * static_cast<float>(setting[color].color >> 24) / 255.0f;
+    return limited(setting, opacity) * static_cast<float>(setting[color].color >> 24) / 255.0f;
 }
 
 /// A stop's own alpha byte is likewise replaced, by the product of the effect's opacity and the stop's alpha.
@@ -51,7 +58,7 @@ using AddGlow = int (QxEffect::*)(float, unsigned, float, int, QxGradient*);
 void addGlow(QxEffect& stack, const EffectSetting& setting, AddGlow add) {
     std::vector<QxGradient> gradient = gradientOf(setting);
     // Stops bring their own alpha; the opacity of a plain glow is that of its colour.
-    const float opacity = gradient.empty() ? opacityOf(setting) : number(setting, "opacity");
+    const float opacity = gradient.empty() ? opacityOf(setting) : limited(setting, "opacity");
     (stack.*add)(number(setting, "size"), setting["color"].color, opacity, countOf(gradient), gradient.data());
 }
 
@@ -59,7 +66,7 @@ using AddRelief = int (QxEffect::*)(int, float, float, int, int, int, float, flo
                                     float);
 
 void addRelief(QxEffect& stack, const EffectSetting& setting, int style, AddRelief add) {
-    (stack.*add)(style, number(setting, "size"), number(setting, "depth"), whole(setting, "direction"),
+    (stack.*add)(style, limited(setting, "size"), number(setting, "depth"), whole(setting, "direction"),
                  whole(setting, "technique"), whole(setting, "soften"), 1.0f, number(setting, "angle"),
                  number(setting, "altitude"), setting["highlight"].color,
                  opacityOf(setting, "highlight", "highlight-opacity"), setting["shadow"].color,
@@ -130,13 +137,18 @@ int noReach(const EffectSetting&) {
 }
 
 int glowReach(const EffectSetting& setting) {
-    // Growth adds about half the size and the blur nine tenths; twice the size bounds both.
-    return 2 * (whole(setting, "size") + 1);
+    // The area that a glow works on.
+    return 2 * (static_cast<int>(limited(setting, "size")) + 1);
 }
 
 int bevelReach(const EffectSetting& setting) {
-    // The band, its blur by as much again, and the softening.
-    return 2 * (whole(setting, "size") + 2) + 2 * whole(setting, "soften");
+    // The area that the bevel works on: the band, and twice the larger of its blur (as wide as the band, when it is
+    // smooth) and the softening.
+    const int size = static_cast<int>(limited(setting, "size"));
+    const int soften = static_cast<int>(limited(setting, "soften"));
+    const bool smooth = whole(setting, "technique") == 0;
+    const int band = smooth ? (2 * size + 2) / 3 + 1 : size + 2;
+    return band + 2 * std::max(soften, smooth ? band : 0);
 }
 
 bool never(const EffectSetting&) {

@@ -117,6 +117,7 @@ QxFontFamily* makeFamilyRecord(const FamilyPlan& plan) {
 }
 
 void install(const std::vector<FamilyPlan>& plan) {
+    if (FontManager::GetInstance()->IsSystemFontFamiliesAlreadySet()) return;
     List* families = new List();
     families->Construct();
     for (const FamilyPlan& family : plan) families->Add(static_cast<void*>(makeFamilyRecord(family)));

@@ -20,7 +20,8 @@ struct FontChoice {
 };
 
 /// Finds the fonts for a text and hands the library its system families: the family asked for (or the default),
-/// then one for every script of the text, emoji and symbols included. To be called once, before any text is set.
+/// then one for every script of the text, emoji and symbols included. The families are the process's: only the first
+/// call chooses them, and it has to come before any text is set.
 ///
 /// @param text  the code points to be drawn.
 /// Throws Failure: a family that is not installed, a file that is missing or no font.

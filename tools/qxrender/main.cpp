@@ -1,13 +1,17 @@
 #include <chrono>
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <new>
+#include <string>
+#include <vector>
 
 #include <android/log.h>
 #include <portable/log_sink.h>
 
 #include "failure.h"
 #include "options.h"
+#include "output_file.h"
 #include "png_file.h"
 #include "render.h"
 #include "report.h"
@@ -17,18 +21,35 @@ namespace qxrender {
 
 namespace {
 
+/// Every file is complete before the first one gets its name, so that a failure leaves none.
+void publish(const std::vector<std::unique_ptr<OutputFile>>& files) {
+    size_t done = 0;
+    try {
+        for (; done < files.size(); ++done) files[done]->publish();
+    } catch (...) {
+        for (size_t i = 0; i < done; ++i) files[i]->withdraw();
+        throw;
+    }
+}
+
 void run(const Options& options) {
     // An error is one line; what the library logs on the way is for those who ask.
     if (!options.verbose) portable::setStderrLogPriority(ANDROID_LOG_SILENT);
-    if (!options.saveStyle.empty()) writeStyle(options.saveStyle, options.job.style);
-    if (options.output.empty()) return;
+    std::vector<std::unique_ptr<OutputFile>> files;
+    if (!options.saveStyle.empty())
+        files.push_back(std::make_unique<OutputFile>("style ", options.saveStyle, formatStyle(options.job.style)));
+    if (options.output.empty()) return publish(files);
+
     Rendering rendering = render(options.job);
     const auto start = std::chrono::steady_clock::now();
     if (options.background) flattenOnto(rendering.picture, *options.background);
-    writePng(options.output, rendering.picture);
+    files.push_back(std::make_unique<OutputFile>("", options.output, encodePng(rendering.picture)));
     const std::chrono::duration<double, std::milli> writing = std::chrono::steady_clock::now() - start;
     rendering.milliseconds.emplace_back("write", writing.count());
-    if (options.report) std::cout << formatReport(rendering);
+    publish(files);
+    if (!options.report || std::cout << formatReport(rendering) << std::flush) return;
+    for (const auto& file : files) file->withdraw();
+    throw Failure("cannot write the report to standard output");
 }
 
 int complain(const char* what) {

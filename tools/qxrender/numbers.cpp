@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 
 #include "failure.h"
 
@@ -19,7 +20,10 @@ double parseNumber(const std::string& text, const std::string& where) {
 
 std::string formatNumber(double value) {
     char text[32];
-    const auto result = std::to_chars(text, text + sizeof text, value);
+    // Plain digits for whole numbers, where the shortest form would be 1e+05.
+    const bool whole = value == std::floor(value) && std::abs(value) < 1e9;
+    const auto result = whole ? std::to_chars(text, text + sizeof text, static_cast<int64_t>(value))
+                              : std::to_chars(text, text + sizeof text, value);
     return std::string(text, result.ptr);
 }
 

@@ -192,6 +192,8 @@ void interpret(const CLI::App& app, const Words& words, Options& options) {
     if (options.output.empty() && options.saveStyle.empty()) throw Failure("no output: give -o FILE.png");
     if (!options.output.empty() && !app.count("text") && !app.count("--text-file"))
         throw Failure("no text: give it as an argument or with --text-file");
+    if (!options.output.empty() && options.output == options.saveStyle)
+        throw Failure("-o and --save-style name the same file");
     job.text = app.count("--text-file") ? readTextFile(words.textFile) : unescaped(words.text);
 
     if (!words.style.empty()) job.style = readStyle(words.style);

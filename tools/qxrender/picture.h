@@ -22,6 +22,8 @@ struct Box {
     int top;
     int right;
     int bottom;
+
+    bool isEmpty() const { return right <= left || bottom <= top; }
 };
 
 /// Smallest box around the pixels that are not fully transparent; an empty one at (0, 0) when there are none.

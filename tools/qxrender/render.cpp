@@ -2,27 +2,21 @@
 
 #include <algorithm>
 #include <chrono>
-#include <climits>
 #include <cmath>
-#include <cstring>
 #include <memory>
 
 #include <hwui/Paint.h>
-#include <hwui/Typeface.h>
 #include <minikin/LocaleList.h>
 
 #include "adjustments.h"
 #include "available_memory.h"
-#include "base/List.h"
 #include "base/QxString.h"
 #include "effect/QxEffect.h"
 #include "failure.h"
-#include "font/FontManager.h"
-#include "text/QxFontDrawing.h"
 #include "text/QxTextObject.h"
 #include "text/QxView.h"
-#include "text/line_capture.h"
 #include "text_input.h"
+#include "text_lines.h"
 
 namespace qxrender {
 
@@ -73,82 +67,6 @@ std::unique_ptr<QxTextObject> makeTextObject(const Job& job, const FontChoice& f
     return object;
 }
 
-/// The families, weight and slant that the library will draw the object with.
-struct DrawingFonts {
-    std::vector<std::shared_ptr<minikin::FontFamily>> families;
-    std::unique_ptr<android::Typeface> typeface;
-};
-
-DrawingFonts drawingFonts(QxTextObject& object, const FontChoice& fonts) {
-    DrawingFonts drawing;
-    int weight = 400;
-    QxString path;
-    path.Construct(fonts.userFont.c_str());
-    FontManager::GetInstance()->GetMinikinFontFamilies(nullptr, drawing.families,
-                                                       fonts.userFont.empty() ? nullptr : &path, weight);
-    std::vector<std::shared_ptr<minikin::FontFamily>> families = drawing.families;
-    drawing.typeface.reset(
-        android::Typeface::createFromFamilies(std::move(families), weight, object.isItalicTextStyle() ? 1 : 0));
-    return drawing;
-}
-
-qxhost::Paragraph layout(QxTextObject& object, const Job& job, const FontChoice& fonts) {
-    const DrawingFonts drawing = drawingFonts(object, fonts);
-    const std::unique_ptr<uint16_t[]> units(object.GetText()->GetUTF16());
-    if (units == nullptr) throw Failure("out of memory");
-    const size_t count = static_cast<size_t>(object.GetText()->GetUTF16Size() - 1);
-    return qxhost::layoutParagraphs(units.get(), count, object.GetPaint(), drawing.typeface.get(), job.paragraph);
-}
-
-int checkedPixels(double pixels) {
-    if (!(pixels <= 1 << 24)) throw Failure("the picture would be larger than memory allows");
-    return static_cast<int>(pixels);
-}
-
-void setUpView(QxView& view, const Job& job, const qxhost::Paragraph& paragraph) {
-    view.gravity = job.gravity;
-    view.maxLines = job.maxLines > 0 ? job.maxLines : INT_MAX;
-    const Padding& padding = job.padding;
-    view.SetPadding(padding.left, padding.top, padding.right, padding.bottom);
-    const int shown = shownLineCount(view, static_cast<int>(paragraph.lines.size()));
-    const int textHeight = shown > 0 ? paragraph.lines[static_cast<size_t>(shown) - 1].bottom : 0;
-    const double width = std::ceil(static_cast<double>(paragraph.width)) + padding.left + padding.right;
-    const double height = job.height > 0 ? job.height : static_cast<double>(textHeight) + padding.top + padding.bottom;
-    view.SetSize(checkedPixels(width), checkedPixels(height));
-}
-
-LayoutLine layoutLine(const qxhost::ParagraphLine& line) {
-    return {line.start, line.visibleEnd, line.baseline, line.ascent, line.descent, line.left, line.width};
-}
-
-/// The records of the lines shown, moved by `shift` in both directions.
-int captureLines(QxTextObject& object, const qxhost::Paragraph& paragraph, int shift) {
-    const QxView& view = *object.GetView();
-    const int count = static_cast<int>(paragraph.lines.size());
-    const int shown = shownLineCount(view, count);
-    List records;
-    records.Construct();
-    if (shown > 0) {
-        const bool fromBottom = isBottomAligned(view);
-        const auto line = [&](int i) -> const qxhost::ParagraphLine& {
-            return paragraph.lines[static_cast<size_t>(i)];
-        };
-        const int baseline0 = line(0).baseline;
-        const int origin = baselineOrigin(view, baseline0, line((fromBottom ? count : shown) - 1).bottom);
-        const int first = fromBottom ? count - shown : 0;
-        for (int i = first; i < first + shown; ++i) {
-            auto record = std::make_unique<QxLineInfo>(captureLine(view, layoutLine(line(i)), origin, baseline0));
-            record->x += shift;
-            record->y += shift;
-            QxRect& bounds = record->bounds;
-            bounds = QxRect(bounds.left + shift, bounds.top + shift, bounds.right + shift, bounds.bottom + shift);
-            records.Add(static_cast<void*>(record.release()));
-        }
-    }
-    if (!object.SetLineInfo(&records)) throw Failure("out of memory");
-    return shown;
-}
-
 uint32_t fainter(uint32_t color, float opacity) {
     const auto alpha = static_cast<uint32_t>(std::lround(static_cast<float>(color >> 24) * opacity));
     return alpha << 24 | (color & 0xFFFFFF);
@@ -190,41 +108,59 @@ Picture copyPicture(const unsigned char* pixels, int width, int height) {
     return picture;
 }
 
+std::string oversizeMessage(int64_t width, int64_t height) {
+    return "a picture of " + std::to_string(width) + " x " + std::to_string(height) + " is larger than memory allows";
+}
+
 void refuseOversize(int64_t width, int64_t height) {
     // Output, effect picture, layer, coverage and the scratch of one effect live at the same time, and the result is
     // copied twice on its way into the file.
     constexpr int64_t kBytesPerPixel = 32;
     if (width > 0 && height > 0 && width > availableMemory() / kBytesPerPixel / height)
-        throw Failure("a picture of " + std::to_string(width) + " x " + std::to_string(height) +
-                      " is larger than memory allows");
+        throw Failure(oversizeMessage(width, height));
 }
 
-/// Draws into a bitmap that is `reach` pixels larger on every side than the library asks for, then cuts it down to
-/// the view with its margins and whatever was painted beyond them.
-Picture draw(QxTextObject& object, int reach, Rendering& rendering) {
+/// Draws into a bitmap that is `extra` pixels larger on every side than the library asks for.
+Picture drawWhole(QxTextObject& object, const TextLines& lines, int extra, const Rendering& rendering) {
     QxView& view = *object.GetView();
     const Padding& m = rendering.margins;
-    const int64_t width = int64_t{view.GetWidth()} + m.left + m.right + 2 * reach;
-    const int64_t height = int64_t{view.GetHeight()} + m.top + m.bottom + 2 * reach;
+    const int64_t width = int64_t{view.GetWidth()} + m.left + m.right + 2 * int64_t{extra};
+    const int64_t height = int64_t{view.GetHeight()} + m.top + m.bottom + 2 * int64_t{extra};
     refuseOversize(width, height);
+    lines.place(extra);
     view.SetBitmapWidth(static_cast<int>(width));
     view.SetBitmapHeight(static_cast<int>(height));
-    // The lines are placed already; the view's paddings would only cut decorations that reach into them.
-    view.SetPadding(0, 0, 0, 0);
     const auto* pixels = reinterpret_cast<const unsigned char*>(
         object.RenderTextEffect(static_cast<int>(width), static_cast<int>(height)));
-    if (pixels == nullptr && width * height > 0)
-        throw Failure("a picture of " + std::to_string(width) + " x " + std::to_string(height) +
-                      " is larger than memory allows");
-    const Picture whole = copyPicture(pixels, static_cast<int>(width), static_cast<int>(height));
+    if (pixels == nullptr && width * height > 0) throw Failure(oversizeMessage(width, height));
+    return copyPicture(pixels, static_cast<int>(width), static_cast<int>(height));
+}
 
-    Box box{reach, reach, whole.width - reach, whole.height - reach};
-    const Box ink = inkBox(whole);
-    if (ink.right > ink.left)
+bool touchesRim(const Box& ink, const Picture& picture) {
+    return ink.left == 0 || ink.top == 0 || ink.right == picture.width || ink.bottom == picture.height;
+}
+
+/// The view with its margins and whatever was painted beyond them: accents above the first line, the outer pixels of
+/// a relief. The room around grows until no ink touches its rim, which is then all there is.
+Picture draw(QxTextObject& object, const TextLines& lines, int reach, Rendering& rendering) {
+    constexpr int kTries = 6;
+    int extra = reach + 1;
+    Picture whole = drawWhole(object, lines, extra, rendering);
+    Box ink = inkBox(whole);
+    for (int i = 1; i < kTries && !ink.isEmpty() && touchesRim(ink, whole); ++i) {
+        extra = 2 * extra + 32;
+        whole = drawWhole(object, lines, extra, rendering);
+        ink = inkBox(whole);
+    }
+    Box box{extra, extra, whole.width - extra, whole.height - extra};
+    // An empty text still makes a picture, of one pixel if need be.
+    box.right = std::max(box.right, box.left + 1);
+    box.bottom = std::max(box.bottom, box.top + 1);
+    if (!ink.isEmpty())
         box = {std::min(box.left, ink.left), std::min(box.top, ink.top), std::max(box.right, ink.right),
                std::max(box.bottom, ink.bottom)};
-    rendering.textX = m.left + reach - box.left;
-    rendering.textY = m.top + reach - box.top;
+    rendering.textX = rendering.margins.left + extra - box.left;
+    rendering.textY = rendering.margins.top + extra - box.top;
     return cropped(whole, box);
 }
 
@@ -237,10 +173,8 @@ Rendering render(const Job& job) {
     const std::unique_ptr<QxTextObject> object = makeTextObject(job, fonts);
     watch.lap("fonts");
 
-    const qxhost::Paragraph paragraph = layout(*object, job, fonts);
-    setUpView(*object->GetView(), job, paragraph);
-    const int reach = reachOf(job.style);
-    rendering.lines = captureLines(*object, paragraph, reach);
+    const TextLines lines(*object, job, fonts);
+    rendering.lines = lines.shown();
     object->SetBackgroundColor(job.lineBackground, job.hasLineBackground);
     watch.lap("layout");
 
@@ -251,7 +185,7 @@ Rendering render(const Job& job) {
     rendering.viewWidth = object->GetView()->GetWidth();
     rendering.viewHeight = object->GetView()->GetHeight();
     rendering.layerMode = wantsLayer(job.style) || stack.hasEffect(QXE_EMBOSS);
-    rendering.picture = draw(*object, reach, rendering);
+    rendering.picture = draw(*object, lines, reachOf(job.style), rendering);
     watch.lap("render");
     return rendering;
 }

@@ -32,7 +32,7 @@ struct Rendering {
 
 /// Draws a job through the library's public classes. Throws Failure.
 ///
-/// Fonts are looked up for the whole process, so it works once.
+/// The first text of a process chooses its fallback fonts.
 Rendering render(const Job& job);
 
 }  // namespace qxrender

@@ -1,16 +1,13 @@
 #include "style_file.h"
 
-#include <cerrno>
 #include <cmath>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include <nlohmann/json.hpp>
 
 #include "color.h"
 #include "failure.h"
+#include "input_file.h"
 
 namespace qxrender {
 
@@ -20,6 +17,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr int kVersion = 1;
 constexpr size_t kLargestFile = 1 << 20;
+constexpr double kLargestNumber = 1e9;  // fits an int and a float
 
 /// A value of the document with the path that leads to it.
 class Node {
@@ -55,13 +53,15 @@ public:
     }
 
     double number() const {
-        if (!mJson.is_number() || !std::isfinite(mJson.get<double>())) fail("must be a number");
-        return mJson.get<double>();
+        if (!mJson.is_number()) fail("must be a number");
+        const double value = mJson.get<double>();
+        if (!(std::abs(value) <= kLargestNumber)) fail("must be within -1000000000..1000000000");
+        return value;
     }
 
     int whole() const {
         const double value = number();
-        if (value != std::floor(value) || std::abs(value) > 1e9) fail("must be a whole number");
+        if (value != std::floor(value)) fail("must be a whole number");
         return static_cast<int>(value);
     }
 
@@ -229,12 +229,7 @@ const char* formatMode(LayerMode mode) {
 }  // namespace
 
 Style readStyle(const std::string& path) {
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    std::string text;
-    if (file) text.assign(std::istreambuf_iterator<char>(file), {});
-    if (!file) throw Failure("cannot read style '" + path + "': " + std::strerror(errno != 0 ? errno : EIO));
-    if (text.size() > kLargestFile) throw Failure(path + ": larger than a style can be");
+    const std::string text = readInputFile("style", path, kLargestFile);
     // Nesting is checked first because the parser and its tree are recursive.
     int depth = 0;
     for (const char c : text) {
@@ -247,6 +242,8 @@ Style readStyle(const std::string& path) {
         json = Json::parse(text);
     } catch (const Json::parse_error& error) {
         throw Failure(path + ": not JSON (near byte " + std::to_string(error.byte) + ")");
+    } catch (const Json::exception&) {
+        throw Failure(path + ": holds a number that is too large");
     }
     return readDocument(Node(json, path, ""), std::filesystem::path(path).parent_path());
 }
@@ -266,14 +263,6 @@ std::string formatStyle(const Style& style) {
         document["effects"].push_back(std::move(effect));
     }
     return document.dump(2) + "\n";
-}
-
-void writeStyle(const std::string& path, const Style& style) {
-    errno = 0;
-    std::ofstream file(path, std::ios::binary);
-    file << formatStyle(style);
-    file.close();
-    if (!file) throw Failure("cannot write style '" + path + "': " + std::strerror(errno != 0 ? errno : EIO));
 }
 
 }  // namespace qxrender

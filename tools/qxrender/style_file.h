@@ -14,7 +14,4 @@ Style readStyle(const std::string& path);
 /// The document of a style: every parameter written out, ready to be read back.
 std::string formatStyle(const Style& style);
 
-/// Writes the document. Throws Failure.
-void writeStyle(const std::string& path, const Style& style);
-
 }  // namespace qxrender

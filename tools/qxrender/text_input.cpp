@@ -1,13 +1,8 @@
 #include "text_input.h"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iostream>
-#include <iterator>
-
 #include "base/utf8.h"
 #include "failure.h"
+#include "input_file.h"
 
 namespace qxrender {
 
@@ -18,15 +13,7 @@ constexpr size_t kLargestText = 64 << 20;
 }  // namespace
 
 std::string readTextFile(const std::string& path) {
-    std::string text;
-    if (path == "-") {
-        text.assign(std::istreambuf_iterator<char>(std::cin), {});
-    } else {
-        errno = 0;
-        std::ifstream file(path, std::ios::binary);
-        if (file) text.assign(std::istreambuf_iterator<char>(file), {});
-        if (!file) throw Failure("cannot read text '" + path + "': " + std::strerror(errno != 0 ? errno : EIO));
-    }
+    std::string text = readInputFile("text", path, kLargestText);
     if (text.compare(0, 3, "\xEF\xBB\xBF") == 0) text.erase(0, 3);
     if (!text.empty() && text.back() == '\n') text.pop_back();
     return text;
