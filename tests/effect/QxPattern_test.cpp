@@ -93,16 +93,6 @@ TEST(Pattern, OpaqueWhiteComesOutSlightlyDarker) {
     for (int k = 0; k < 3; ++k) EXPECT_EQ(picture.out(2, 2, k), 251);
 }
 
-TEST(Pattern, TilesRepeatFromTheCornerOfTheTextRectangle) {
-    Rng rng(7);
-    QxBitmap pattern = randomPattern(rng, 2, 2);
-    std::fill_n(pattern.pixels, 4, uint8_t{255});
-    CorePicture whole = filled(9, 1, &pattern, 1.0f, 1.0f);
-    EXPECT_EQ(whole.out(0, 0, 0), 251);
-    for (int k = 0; k < 4; ++k) EXPECT_EQ(whole.out(0, 0, k), whole.out(2, 0, k));
-    for (int k = 0; k < 4; ++k) EXPECT_EQ(whole.out(1, 0, k), whole.out(3, 0, k));
-}
-
 TEST(Pattern, DrawsNothingWithoutSomethingToDraw) {
     Rng rng(3);
     QxBitmap good = randomPattern(rng, 4, 4);
