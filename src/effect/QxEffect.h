@@ -31,7 +31,8 @@ public:
     /// null leaves the core as it is.
     /// @param id    for a new core; negative takes the next free number. Ignored when the core exists.
     /// @param type  1..8 or 10..12, see QxEffectType.
-    /// @return the core's id; -1 for any other type and when memory fails (then no core is added).
+    /// @return the core's id; -1 for any other type and when memory fails: then no core is added, and one that was
+    ///         there has lost its record and draws nothing.
     int addEffect(int id, int type, QxProperty* property);
     int addEffect(int type, QxProperty* property);
     /// A new core that is not in the stack yet, the caller's; null for an unknown type.

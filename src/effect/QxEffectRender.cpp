@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <new>
 
 #include "base/platform_log.h"
@@ -49,6 +50,7 @@ uint8_t* rowOf(const QxBitmap& bitmap, uint32_t y) {
 }  // namespace
 
 bool QxEffect::isUnderEffect(QxECoreBase* core) {
+    if (core == nullptr) return false;
     switch (core->getStyle()) {
         case QXE_BASE:
         case QXE_OUTER_SHADOW:
