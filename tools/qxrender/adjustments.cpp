@@ -1,5 +1,6 @@
 #include "adjustments.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "effect/QxBevelProperty.h"
@@ -96,6 +97,22 @@ bool isSame(const std::string& name, double asked, double used) {
     return given == kept;
 }
 
+bool isOpacity(const Parameter& parameter) {
+    const std::string name = parameter.name;
+    return name == "opacity" || (name.size() > 8 && name.compare(name.size() - 8, 8, "-opacity") == 0);
+}
+
+/// Opacities are limited before a colour's alpha goes into them, so no record holds them as such.
+void findOpacities(const EffectSetting& setting, std::vector<Adjustment>& adjustments) {
+    for (size_t i = 0; i < setting.values.size(); ++i) {
+        const double asked = setting.values[i].number;
+        const double used = std::clamp(asked, 0.0, 1.0);
+        const Parameter& parameter = setting.kind->parameters[i];
+        if (isOpacity(parameter) && asked != used)
+            adjustments.push_back({setting.kind->name, parameter.name, asked, used});
+    }
+}
+
 }  // namespace
 
 std::vector<Adjustment> findAdjustments(QxEffect& stack, const std::vector<EffectSetting>& effects) {
@@ -108,6 +125,7 @@ std::vector<Adjustment> findAdjustments(QxEffect& stack, const std::vector<Effec
             if (askedValue(setting, name, asked) && !isSame(name, asked, used))
                 adjustments.push_back({setting.kind->name, name, asked, used});
         }
+        findOpacities(setting, adjustments);
     }
     return adjustments;
 }

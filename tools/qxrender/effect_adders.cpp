@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <memory>
 
-#include "failure.h"
 #include "picture.h"
 #include "png_file.h"
 
@@ -73,12 +72,6 @@ void addRelief(QxEffect& stack, const EffectSetting& setting, int style, AddReli
                  opacityOf(setting, "shadow", "shadow-opacity"));
 }
 
-std::vector<QxGradient> requiredGradient(const EffectSetting& setting) {
-    std::vector<QxGradient> gradient = gradientOf(setting);
-    if (gradient.empty()) throw Failure(std::string(setting.kind->name) + ": needs at least one stop");
-    return gradient;
-}
-
 }  // namespace
 
 void addOuterShadow(QxEffect& stack, const EffectSetting& setting) {
@@ -106,13 +99,13 @@ void addEmboss(QxEffect& stack, const EffectSetting& setting) {
 }
 
 void addLinearGradient(QxEffect& stack, const EffectSetting& setting) {
-    std::vector<QxGradient> gradient = requiredGradient(setting);
+    std::vector<QxGradient> gradient = gradientOf(setting);
     stack.addLinearGradientText(number(setting, "angle"), number(setting, "scale"), number(setting, "opacity"),
                                 countOf(gradient), gradient.data());
 }
 
 void addRadialGradient(QxEffect& stack, const EffectSetting& setting) {
-    std::vector<QxGradient> gradient = requiredGradient(setting);
+    std::vector<QxGradient> gradient = gradientOf(setting);
     stack.addRadialGradientText(number(setting, "scale"), number(setting, "opacity"), countOf(gradient),
                                 gradient.data());
 }

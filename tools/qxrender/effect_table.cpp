@@ -34,7 +34,7 @@ Parameter stops(const char* preset, const char* meaning) {
 }
 
 Parameter opacity(const char* name = "opacity") {
-    return number(name, "", 0, 1, "1", "multiplies the colour's own alpha");
+    return number(name, "", 0, 1, "1", "multiplies the alpha of the colours");
 }
 
 std::vector<Parameter> shadowParameters(const char* preset) {
@@ -130,6 +130,10 @@ const EffectKind* findEffect(const std::string& name) {
     for (const EffectKind& kind : effectTable())
         if (name == kind.name) return &kind;
     return nullptr;
+}
+
+size_t stopsNeeded(const Parameter& parameter) {
+    return parameter.preset == nullptr || *parameter.preset != '\0' ? 1 : 0;
 }
 
 int findParameter(const EffectKind& kind, const std::string& name) {

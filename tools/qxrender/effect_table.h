@@ -77,6 +77,12 @@ const std::vector<EffectKind>& effectTable();
 /// Null when there is no effect of that name.
 const EffectKind* findEffect(const std::string& name);
 
+/// How many stops a list must have: one, unless the parameter's default is none.
+size_t stopsNeeded(const Parameter& parameter);
+
+/// The library reads no more.
+constexpr size_t kMostStops = 256;
+
 /// Index of the parameter, -1 when the effect has none of that name.
 int findParameter(const EffectKind& kind, const std::string& name);
 
@@ -88,8 +94,5 @@ EffectSetting defaultSetting(const EffectKind& kind);
 
 /// Parses "name parameter=value ...". Throws Failure.
 EffectSetting parseEffect(const std::string& text);
-
-/// The table as text: every effect with parameters, units, ranges and defaults.
-std::string describeEffects();
 
 }  // namespace qxrender

@@ -1,7 +1,5 @@
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <sstream>
 
 #include "color.h"
@@ -38,7 +36,7 @@ int parseChoice(const Parameter& parameter, const std::string& text, const std::
     throw Failure(where + ": '" + text + "' is none of " + choicesOf(parameter));
 }
 
-std::vector<Stop> parseStops(const std::string& text, const std::string& where) {
+std::vector<Stop> parseStops(const Parameter& parameter, const std::string& text, const std::string& where) {
     std::vector<Stop> stops;
     std::istringstream list(text);
     for (std::string item; std::getline(list, item, ',');) {
@@ -49,40 +47,9 @@ std::vector<Stop> parseStops(const std::string& text, const std::string& where) 
             throw Failure(where + ": position " + item.substr(at + 1) + " is out of range 0..1");
         stops.push_back({parseColor(item.substr(0, at), where), static_cast<float>(position)});
     }
-    if (stops.size() > 256) throw Failure(where + ": more than 256 stops");
+    if (stops.size() > kMostStops) throw Failure(where + ": more than " + std::to_string(kMostStops) + " stops");
+    if (stops.size() < stopsNeeded(parameter)) throw Failure(where + ": needs at least one colour@position");
     return stops;
-}
-
-std::string describe(const Parameter& parameter) {
-    std::string range;
-    switch (parameter.kind) {
-        case ParameterKind::Number:
-            range = rangeOf(parameter);
-            break;
-        case ParameterKind::Integer:
-            range = rangeOf(parameter) + " whole";
-            break;
-        case ParameterKind::Choice:
-            range = choicesOf(parameter);
-            break;
-        case ParameterKind::Color:
-            range = "colour";
-            break;
-        case ParameterKind::Stops:
-            range = "colour@0..1,...";
-            break;
-        case ParameterKind::File:
-            range = "PNG file";
-            break;
-    }
-    if (*parameter.unit) range += std::string(" ") + parameter.unit;
-    const std::string preset = parameter.preset == nullptr ? "required"
-                               : *parameter.preset         ? std::string("default ") + parameter.preset
-                                                           : "default none";
-    char line[256];
-    std::snprintf(line, sizeof line, "    %-18s %-26s %s; %s\n", parameter.name, range.c_str(), parameter.meaning,
-                  preset.c_str());
-    return line;
 }
 
 }  // namespace
@@ -101,7 +68,7 @@ Value parseValue(const Parameter& parameter, const std::string& text, const std:
             value.color = parseColor(text, where);
             break;
         case ParameterKind::Stops:
-            value.stops = parseStops(text, where);
+            value.stops = parseStops(parameter, text, where);
             break;
         case ParameterKind::File:
             value.file = text;
@@ -142,15 +109,6 @@ EffectSetting parseEffect(const std::string& text) {
         if (!given[i] && kind->parameters[i].preset == nullptr)
             throw Failure(name + ": '" + kind->parameters[i].name + "' has to be given");
     return setting;
-}
-
-std::string describeEffects() {
-    std::string text;
-    for (const EffectKind& kind : effectTable()) {
-        text += "  " + std::string(kind.name) + ": " + kind.meaning + "\n";
-        for (const Parameter& parameter : kind.parameters) text += describe(parameter);
-    }
-    return text;
 }
 
 }  // namespace qxrender

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "color.h"
+#include "effect_docs.h"
 #include "failure.h"
 #include "numbers.h"
 #include "style_file.h"
@@ -32,6 +33,8 @@ struct Words {
     std::string align = "start";
     std::vector<std::string> effects;
     bool listEffects = false;
+    bool effectTables = false;
+    bool styleSchema = false;
 };
 
 /// A number option: read whatever the locale is, and checked.
@@ -101,6 +104,8 @@ void describeOutput(CLI::App& app, Words& words, Options& options) {
     app.add_flag("--report", options.report, "print sizes, positions, adjusted values and times as JSON");
     app.add_flag("--verbose", options.verbose, "show the library's log on stderr");
     app.add_flag("--list-effects", words.listEffects, "print the effects with their parameters");
+    app.add_flag("--effect-tables", words.effectTables, "print the same as Markdown tables");
+    app.add_flag("--style-schema", words.styleSchema, "print the JSON schema of style files");
 }
 
 /// Backslash n of a command line, and a doubled backslash.
@@ -232,8 +237,8 @@ std::optional<Options> parseOptions(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         throw Failure(error.what());
     }
-    if (words.listEffects) {
-        std::cout << describeEffects();
+    if (words.listEffects || words.effectTables || words.styleSchema) {
+        std::cout << (words.listEffects ? describeEffects() : words.effectTables ? parameterTables() : styleSchema());
         return std::nullopt;
     }
     interpret(app, words, options);

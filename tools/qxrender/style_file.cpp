@@ -8,6 +8,7 @@
 #include "color.h"
 #include "failure.h"
 #include "input_file.h"
+#include "png_file.h"
 
 namespace qxrender {
 
@@ -49,7 +50,9 @@ public:
 
     std::string text() const {
         if (!mJson.is_string()) fail("must be a string");
-        return mJson.get<std::string>();
+        const std::string text = mJson.get<std::string>();
+        if (text.find('\0') != std::string::npos) fail("must not hold a NUL");
+        return text;
     }
 
     double number() const {
@@ -73,8 +76,10 @@ private:
     std::string mPath;
 };
 
-std::vector<Stop> readStops(const Node& node) {
+std::vector<Stop> readStops(const Parameter& parameter, const Node& node) {
     std::vector<Stop> stops;
+    if (node.items().size() > kMostStops) node.fail("more than " + std::to_string(kMostStops) + " stops");
+    if (node.items().size() < stopsNeeded(parameter)) node.fail("needs at least one stop");
     for (const Node& item : node.items()) {
         for (const auto& [name, value] : item.object().items())
             if (name != "color" && name != "position") item.member(name).fail("unknown member");
@@ -95,6 +100,17 @@ int readChoice(const Parameter& parameter, const Node& node) {
     node.fail("'" + text + "' is none of " + known);
 }
 
+/// A picture that can be read, so that the complaint names the place in the document.
+std::string readFileName(const Node& node, const std::filesystem::path& folder) {
+    const std::string file = (folder / node.text()).string();
+    try {
+        readPng(file);
+    } catch (const Failure& failure) {
+        node.fail(failure.what());
+    }
+    return file;
+}
+
 Value readValue(const Parameter& parameter, const Node& node, const std::filesystem::path& folder) {
     Value value;
     switch (parameter.kind) {
@@ -111,10 +127,10 @@ Value readValue(const Parameter& parameter, const Node& node, const std::filesys
             value.color = node.color();
             break;
         case ParameterKind::Stops:
-            value.stops = readStops(node);
+            value.stops = readStops(parameter, node);
             break;
         case ParameterKind::File:
-            value.file = (folder / node.text()).string();
+            value.file = readFileName(node, folder);
             break;
     }
     return value;
