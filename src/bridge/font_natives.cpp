@@ -6,6 +6,7 @@
 
 #include "base/List.h"
 #include "base/QxLog.h"
+#include "base/list_walk.h"
 #include "base/platform_log.h"
 #include "bridge/font_bytes_copy.h"
 #include "bridge/font_config.h"
@@ -14,7 +15,6 @@
 #include "bridge/native_entry.h"
 #include "font/FontManager.h"
 #include "font/QxFontFamily.h"
-#include "font/list_walk.h"
 
 namespace QxFontEffect {
 

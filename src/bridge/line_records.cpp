@@ -3,7 +3,7 @@
 #include <memory>
 #include <new>
 
-#include "font/list_walk.h"
+#include "base/list_walk.h"
 #include "text/QxTextObject.h"
 
 namespace QxFontEffect {

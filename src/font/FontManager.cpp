@@ -9,10 +9,10 @@
 #include "base/Mutex.h"
 #include "base/QxLog.h"
 #include "base/QxString.h"
+#include "base/immortal.h"
+#include "base/no_throw.h"
 #include "base/platform_log.h"
 #include "font/QxFontManagerImpl.h"
-#include "font/immortal.h"
-#include "font/no_throw.h"
 #include "font/user_font_style.h"
 
 namespace QxFontEffect {
@@ -90,19 +90,19 @@ void FontManager::takeDown(bool keepFonts) {
 }
 
 bool FontManager::IsExisting(const char* path, int ttcIndex) {
-    return withImpl(mImpl, __LINE__, [&](QxFontManagerImpl& impl) { return impl.isExisting(path, ttcIndex); });
+    return withImpl(mImpl, 93, [&](QxFontManagerImpl& impl) { return impl.isExisting(path, ttcIndex); });
 }
 
 bool FontManager::AddMinikinFont(const char* path, char* buffer, unsigned int size, int ttcIndex, bool checkExisting) {
     std::unique_ptr<char[]> owned(buffer);
-    return withImpl(mImpl, __LINE__, [&](QxFontManagerImpl& impl) {
+    return withImpl(mImpl, 98, [&](QxFontManagerImpl& impl) {
         return impl.addFont(path, std::move(owned), size, ttcIndex, checkExisting);
     });
 }
 
 bool FontManager::AddMinikinFont(QxString* path, char* buffer, unsigned int size, int ttcIndex, bool checkExisting) {
     std::unique_ptr<char[]> owned(buffer);
-    return withImpl(mImpl, __LINE__, [&](QxFontManagerImpl& impl) {
+    return withImpl(mImpl, 105, [&](QxFontManagerImpl& impl) {
         std::string utf8;
         if (path != nullptr && !utf8Of(path, &utf8)) return false;
         return impl.addFont(utf8.c_str(), std::move(owned), size, ttcIndex, checkExisting);
@@ -110,7 +110,7 @@ bool FontManager::AddMinikinFont(QxString* path, char* buffer, unsigned int size
 }
 
 bool FontManager::GetMinikinFont(std::shared_ptr<minikin::MinikinFont>& out, QxString* path, int ttcIndex) {
-    return withImpl(mImpl, __LINE__, [&](QxFontManagerImpl& impl) {
+    return withImpl(mImpl, 113, [&](QxFontManagerImpl& impl) {
         std::string utf8;
         if (!utf8Of(path, &utf8)) return false;
         std::shared_ptr<android::MinikinFontSkia> font = impl.findFont(utf8, ttcIndex);
@@ -121,19 +121,19 @@ bool FontManager::GetMinikinFont(std::shared_ptr<minikin::MinikinFont>& out, QxS
 }
 
 bool FontManager::BuildMinikinFamily(QxFontFamily* family) {
-    return withImpl(mImpl, __LINE__, [&](QxFontManagerImpl& impl) { return impl.buildFamily(family); });
+    return withImpl(mImpl, 124, [&](QxFontManagerImpl& impl) { return impl.buildFamily(family); });
 }
 
 bool FontManager::LoadMinikinFontFamily(unsigned int localeListId) {
-    return withImpl(mImpl, __LINE__, [&](QxFontManagerImpl& impl) { return impl.loadFamily(localeListId); });
+    return withImpl(mImpl, 128, [&](QxFontManagerImpl& impl) { return impl.loadFamily(localeListId); });
 }
 
 bool FontManager::IsSystemFontFamiliesAlreadySet() {
-    return withImpl(mImpl, __LINE__, [](QxFontManagerImpl& impl) { return impl.systemFamiliesSet; });
+    return withImpl(mImpl, 132, [](QxFontManagerImpl& impl) { return impl.systemFamiliesSet; });
 }
 
 bool FontManager::SetSystemFontFamilies(List* families) {
-    return withImpl(mImpl, __LINE__, [&](QxFontManagerImpl& impl) {
+    return withImpl(mImpl, 136, [&](QxFontManagerImpl& impl) {
         if (impl.systemFamiliesSet) return true;
         impl.ClearFontFamilies();
         impl.systemFamilies = families;
@@ -144,7 +144,7 @@ bool FontManager::SetSystemFontFamilies(List* families) {
 
 bool FontManager::GetMinikinFontFamilies(QxString* familyName, std::vector<std::shared_ptr<minikin::FontFamily>>& out,
                                          QxString* userFont, int& weight) {
-    return withImpl(mImpl, __LINE__, [&](QxFontManagerImpl& impl) {
+    return withImpl(mImpl, 147, [&](QxFontManagerImpl& impl) {
         const bool verbose = QxLog::IsAllLogEnable();
         if (verbose) {
             logDebug(kTag, "GetMinikinFontFamilies >>> GetMinikinFontFamilies");

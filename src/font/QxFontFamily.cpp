@@ -2,8 +2,8 @@
 
 #include "base/List.h"
 #include "base/QxString.h"
+#include "base/list_walk.h"
 #include "font/QxFontData.h"
-#include "font/list_walk.h"
 
 namespace QxFontEffect {
 

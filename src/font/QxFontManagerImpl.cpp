@@ -10,10 +10,10 @@
 #include "base/List.h"
 #include "base/QxLog.h"
 #include "base/QxString.h"
+#include "base/list_walk.h"
 #include "base/platform_log.h"
 #include "font/QxFontData.h"
 #include "font/QxFontFamily.h"
-#include "font/list_walk.h"
 
 namespace QxFontEffect {
 

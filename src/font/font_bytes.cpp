@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <new>
 
+#include "base/no_throw.h"
 #include "base/platform_log.h"
-#include "font/no_throw.h"
 
 namespace QxFontEffect {
 

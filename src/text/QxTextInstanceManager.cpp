@@ -6,9 +6,9 @@
 #include <map>
 
 #include "base/Mutex.h"
+#include "base/immortal.h"
+#include "base/no_throw.h"
 #include "base/platform_log.h"
-#include "font/immortal.h"
-#include "font/no_throw.h"
 
 namespace QxFontEffect {
 

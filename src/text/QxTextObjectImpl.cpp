@@ -4,8 +4,8 @@
 
 #include "base/List.h"
 #include "base/QxString.h"
+#include "base/list_walk.h"
 #include "effect/QxEffect.h"
-#include "font/list_walk.h"
 #include "pixel/QxBitmap.h"
 #include "text/QxFontDrawing.h"
 #include "text/QxLineInfo.h"

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-#include "font/list_walk.h"
+#include "base/list_walk.h"
 #include "pixel/QxBitmap.h"
 #include "pixel/QxBlender.h"
 #include "text/QxLineInfo.h"
