@@ -21,6 +21,15 @@ namespace qxrender {
 
 namespace {
 
+void trim(Rendering& rendering, int margin) {
+    Box box = inkBox(rendering.picture);
+    if (box.isEmpty()) return;
+    box = {box.left - margin, box.top - margin, box.right + margin, box.bottom + margin};
+    rendering.picture = cropped(rendering.picture, box);
+    rendering.textX -= box.left;
+    rendering.textY -= box.top;
+}
+
 /// Every file is complete before the first one gets its name, so that a failure leaves none.
 void publish(const std::vector<std::unique_ptr<OutputFile>>& files) {
     size_t done = 0;
@@ -42,6 +51,7 @@ void run(const Options& options) {
 
     Rendering rendering = render(options.job);
     const auto start = std::chrono::steady_clock::now();
+    if (options.trim) trim(rendering, *options.trim);
     if (options.background) flattenOnto(rendering.picture, *options.background);
     files.push_back(std::make_unique<OutputFile>("", options.output, encodePng(rendering.picture)));
     const std::chrono::duration<double, std::milli> writing = std::chrono::steady_clock::now() - start;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <iostream>
 #include <sstream>
 
@@ -26,6 +27,7 @@ struct Words {
     std::string color;
     std::string lineBackground;
     std::string background;
+    std::string trim;
     std::string opacity;
     std::string mode;
     std::string padding;
@@ -100,6 +102,7 @@ void describeStyle(CLI::App& app, Words& words, Options& options) {
 
 void describeOutput(CLI::App& app, Words& words, Options& options) {
     app.add_option("-o,--output", options.output, "PNG file to write")->type_name("FILE");
+    app.add_option("--trim", words.trim, "cut empty margins away but for this many pixels (0..10000)")->type_name("N");
     app.add_option("--background", words.background, "put the picture on this colour")->type_name("COLOR");
     app.add_flag("--report", options.report, "print sizes, positions, adjusted values and times as JSON");
     app.add_flag("--verbose", options.verbose, "show the library's log on stderr");
@@ -154,14 +157,17 @@ LayerMode parseMode(const std::string& word) {
                      {{"auto", LayerMode::Auto}, {"plain", LayerMode::Plain}, {"layer", LayerMode::Layer}}});
 }
 
+int parsePixels(const char* option, const std::string& text) {
+    const double value = parseNumber(text, option);
+    if (value < 0 || value > 10000) throw Failure(std::string(option) + ": " + text + " is out of range 0..10000");
+    if (value != std::floor(value)) throw Failure(std::string(option) + ": '" + text + "' is not a whole number");
+    return static_cast<int>(value);
+}
+
 Padding parsePadding(const std::string& text) {
     std::vector<int> sides;
     std::istringstream list(text);
-    for (std::string item; std::getline(list, item, ',');) {
-        const double value = parseNumber(item, "--padding");
-        if (value < 0 || value > 10000) throw Failure("--padding: " + item + " is out of range 0..10000");
-        sides.push_back(static_cast<int>(value));
-    }
+    for (std::string item; std::getline(list, item, ',');) sides.push_back(parsePixels("--padding", item));
     if (sides.size() == 1) sides.resize(4, sides[0]);
     if (sides.size() != 4) throw Failure("--padding: '" + text + "' is neither one number nor four");
     return {sides[0], sides[1], sides[2], sides[3]};
@@ -212,6 +218,7 @@ void interpret(const CLI::App& app, const Words& words, Options& options) {
     if (!words.padding.empty()) job.padding = parsePadding(words.padding);
     job.hasLineBackground = !words.lineBackground.empty();
     if (job.hasLineBackground) job.lineBackground = parseColor(words.lineBackground, "--line-background");
+    if (!words.trim.empty()) options.trim = parsePixels("--trim", words.trim);
     if (!words.background.empty()) options.background = parseColor(words.background, "--background");
 }
 

@@ -13,6 +13,7 @@ struct Options {
     std::string output;     ///< PNG; empty when only a style is to be saved
     std::string saveStyle;  ///< empty: not wanted
     std::optional<uint32_t> background;
+    std::optional<int> trim;  ///< pixels to leave around the ink
     bool report = false;
     bool verbose = false;  ///< let the library's log through to stderr
 };

@@ -43,11 +43,12 @@ Picture cropped(const Picture& picture, const Box& box) {
     Picture part;
     part.width = box.right - box.left;
     part.height = box.bottom - box.top;
-    part.pixels.reserve(static_cast<size_t>(part.width) * part.height);
-    for (int y = box.top; y < box.bottom; ++y) {
-        const uint32_t* row = picture.pixels.data() + static_cast<size_t>(y) * picture.width;
-        part.pixels.insert(part.pixels.end(), row + box.left, row + box.right);
-    }
+    part.pixels.resize(static_cast<size_t>(part.width) * part.height);
+    const int left = std::max(box.left, 0);
+    const int right = std::min(box.right, picture.width);
+    for (int y = std::max(box.top, 0); y < std::min(box.bottom, picture.height) && left < right; ++y)
+        std::copy_n(picture.pixels.begin() + (static_cast<ptrdiff_t>(y) * picture.width + left), right - left,
+                    part.pixels.begin() + (static_cast<ptrdiff_t>(y - box.top) * part.width + left - box.left));
     return part;
 }
 

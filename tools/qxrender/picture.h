@@ -29,7 +29,7 @@ struct Box {
 /// Smallest box around the pixels that are not fully transparent; an empty one at (0, 0) when there are none.
 Box inkBox(const Picture& picture);
 
-/// The part of `picture` inside `box`, which must lie within it.
+/// The part of `picture` inside `box`; transparent where the box reaches beyond it.
 Picture cropped(const Picture& picture, const Box& box);
 
 /// Puts the picture over one colour, itself straight alpha.
