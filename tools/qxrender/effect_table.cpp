@@ -45,10 +45,9 @@ std::vector<Parameter> shadowParameters(const char* preset) {
             opacity()};
 }
 
-std::vector<Parameter> glowParameters() {
-    return {number("size", "px", 0, 100, "8", "how far the glow reaches, whole pixels"),
-            color("color", "#ffd040", "colour, when there are no stops"), opacity(),
-            stops("", "colours from the outline (0) outward (1), instead of color; positions in hundredths")};
+std::vector<Parameter> glowParameters(const char* sizeMeaning, const char* stopsMeaning) {
+    return {number("size", "px", 0, 100, "8", sizeMeaning),
+            color("color", "#ffd040", "colour, when there are no stops"), opacity(), stops("", stopsMeaning)};
 }
 
 std::vector<Parameter> reliefParameters(bool bevel) {
@@ -77,9 +76,14 @@ std::vector<EffectKind> makeTable() {
          addOuterShadow, noReach, never},
         {"inner-shadow", "shadow on the letters, as if they were cut out", QXE_INNER_SHADOW,
          shadowParameters("#000000"), addInnerShadow, noReach, never},
-        {"outer-glow", "halo around the letters", QXE_OUTER_GLOW, glowParameters(), addOuterGlow, glowReach, never},
-        {"inner-glow", "halo from the outline into the letters", QXE_INNER_GLOW, glowParameters(), addInnerGlow,
-         glowReach, always},
+        {"outer-glow", "halo around the letters", QXE_OUTER_GLOW,
+         glowParameters("how far the glow reaches, whole pixels",
+                        "colours from the outline (0) outward (1), instead of color; positions in hundredths"),
+         addOuterGlow, glowReach, never},
+        {"inner-glow", "light in the middle of the letters that fades towards the outline", QXE_INNER_GLOW,
+         glowParameters("how far from the outline it fades, whole pixels",
+                        "colours from the middle (0) to the outline (1), instead of color; positions in hundredths"),
+         addInnerGlow, glowReach, always},
         {"bevel", "letters raised with a lit band", QXE_BEVEL, reliefParameters(true), addBevel, bevelReach,
          bevelNeedsLayer},
         {"emboss", "relief that straddles the outline", QXE_EMBOSS, reliefParameters(false), addEmboss, noReach, never},

@@ -13,6 +13,7 @@
 #include "base/QxString.h"
 #include "effect/QxEffect.h"
 #include "failure.h"
+#include "style_stack.h"
 #include "text/QxTextObject.h"
 #include "text/QxView.h"
 #include "text_input.h"
@@ -67,25 +68,10 @@ std::unique_ptr<QxTextObject> makeTextObject(const Job& job, const FontChoice& f
     return object;
 }
 
-uint32_t fainter(uint32_t color, float opacity) {
-    const auto alpha = static_cast<uint32_t>(std::lround(static_cast<float>(color >> 24) * opacity));
-    return alpha << 24 | (color & 0xFFFFFF);
-}
-
-/// Whether the stack is to run in layer mode, which the library does for a text opacity below 1. One just below
-/// changes nothing else.
-bool wantsLayer(const Style& style) {
-    if (style.mode != LayerMode::Auto) return style.mode == LayerMode::Layer;
-    return style.opacity < 1.0f || std::any_of(style.effects.begin(), style.effects.end(),
-                                               [](const EffectSetting& e) { return e.kind->needsLayer(e); });
-}
-
-/// The library composes by its text opacity but scales by the text colour's alpha, so fading takes both.
-void setUpEffects(QxTextObject& object, const Style& style) {
-    QxEffect& stack = *object.GetEffect();
-    object.SetTextColor(fainter(style.color, style.opacity));
-    for (const EffectSetting& effect : style.effects) effect.kind->add(stack, effect);
-    if (wantsLayer(style)) stack.setTextOpacity(std::min(style.opacity, std::nextafter(1.0f, 0.0f)));
+/// The library takes the layer for one by itself, as it does for an emboss.
+bool hasCenteredStroke(const Style& style) {
+    return std::any_of(style.effects.begin(), style.effects.end(),
+                       [](const EffectSetting& e) { return e.kind->type == QXE_STROKE && e["position"].number == 0; });
 }
 
 int reachOf(const Style& style) {
@@ -179,12 +165,13 @@ Rendering render(const Job& job) {
     watch.lap("layout");
 
     QxEffect& stack = *object->GetEffect();
-    setUpEffects(*object, job.style);
+    object->SetTextColor(textColorOf(job.style));
+    addStyle(stack, job.style);
     rendering.adjustments = findAdjustments(stack, job.style.effects);
     rendering.margins = {stack.getLeftOffset(), stack.getTopOffset(), stack.getRightOffset(), stack.getBottomOffset()};
     rendering.viewWidth = object->GetView()->GetWidth();
     rendering.viewHeight = object->GetView()->GetHeight();
-    rendering.layerMode = wantsLayer(job.style) || stack.hasEffect(QXE_EMBOSS);
+    rendering.layerMode = wantsLayer(job.style) || hasCenteredStroke(job.style) || stack.hasEffect(QXE_EMBOSS);
     rendering.picture = draw(*object, lines, reachOf(job.style), rendering);
     watch.lap("render");
     return rendering;
