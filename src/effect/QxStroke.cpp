@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <memory>
+#include <optional>
 
 #include "base/Scratch.h"
 #include "effect/core_inputs.h"
 #include "effect/core_record.h"
+#include "effect/disc_dilation.h"
 #include "effect/kernel/disc_dilate.h"
 #include "effect/safe_convert.h"
 #include "pixel/QxBlender.h"
@@ -16,11 +17,6 @@ namespace {
 
 constexpr int kCentered = 0;
 constexpr int kOutside = 1;
-
-struct Free {
-    void operator()(unsigned char* buffer) const { std::free(buffer); }
-};
-using Kernel = std::unique_ptr<unsigned char, Free>;
 
 void spreadValue(const StrokeWork& work, int value, uint8_t* corner) {
     const uint8_t* weight = work.kernel;
@@ -41,6 +37,57 @@ void dilate(const StrokeWork& work, bool complement, uint8_t* plane) {
     }
 }
 
+/// The area that spreads, its place, and the part of the result that a bitmap shows.
+struct StrokeBox {
+    DilateArea area;
+    int64_t x, y;  // of the area in the bitmaps
+    DilateRange visible;
+};
+
+/// The text rectangle with a blank pixel all around it, so that ink at the rectangle's edge has an outline there too.
+bool strokeBox(const ParamPostProcessing& p, int reach, StrokeBox& box) {
+    const QxRect& rect = *p.textRect;
+    const int64_t width = int64_t{rect.right} - rect.left + 2, height = int64_t{rect.bottom} - rect.top + 2;
+    if (reach < 0 || width < 2 || height < 2 || width > INT32_MAX || height > INT32_MAX) return false;
+    box.x = int64_t{rect.left} - 1;
+    box.y = int64_t{rect.top} - 1;
+
+    const QxRect ink = inkRect(p);
+    const ConstPlane8 coverage = coverageOf(*p.srcBitmap);
+    const bool any = ink.left < ink.right && ink.top < ink.bottom;
+    const ConstPlane8 inked =
+        any ? ConstPlane8{coverage.row(ink.top) + ink.left, ink.right - ink.left, ink.bottom - ink.top, coverage.stride}
+            : ConstPlane8{coverage.data, 0, 0, coverage.stride};
+    box.area = {inked,
+                any ? static_cast<int>(ink.left - box.x) : 0,
+                any ? static_cast<int>(ink.top - box.y) : 0,
+                static_cast<int>(width),
+                static_cast<int>(height),
+                false};
+
+    const QxBitmap& base = p.baseBitmap != nullptr ? *p.baseBitmap : *p.dstBitmap;
+    const int64_t right = std::max(p.dstBitmap->width, base.width);
+    const int64_t bottom = std::max(p.dstBitmap->height, base.height);
+    box.visible = {std::max<int64_t>(-reach, -box.x), std::max<int64_t>(-reach, -box.y),
+                   std::min(width + reach, right - box.x), std::min(height + reach, bottom - box.y)};
+    return true;
+}
+
+/// What the source rows of one dilation may take: all dilations together stay below two bytes a pixel of the result.
+int64_t sourceBudget(const StrokeBox& box, bool twice) {
+    const int64_t pixels = (box.visible.x1 - box.visible.x0) * (box.visible.y1 - box.visible.y0);
+    return twice ? pixels * 3 / 4 : pixels * 3 / 2;
+}
+
+/// Blends one row.
+void blendRow(const ParamPostProcessing& p, uint8_t* mask, int count, int64_t x, int64_t y, unsigned int color,
+              int mode) {
+    const int left = static_cast<int>(x), top = static_cast<int>(y);
+    QxBlender::drawBitmapBlend8(left, top, p.dstBitmap, mask, count, 1, count, color, mode);
+    if (p.baseBitmap != nullptr)
+        QxBlender::drawBitmapBlend8(left, top, p.baseBitmap, mask, count, 1, count, color, mode);
+}
+
 }  // namespace
 
 int makeCircleKernel(unsigned char** kernel, float radius) {
@@ -52,7 +99,9 @@ int makeCircleKernel(unsigned char** kernel, float radius) {
     const int side = 2 * reach + 1;
     *kernel = static_cast<unsigned char*>(std::malloc(static_cast<size_t>(side) * static_cast<size_t>(side)));
     if (*kernel == nullptr) return 0;
-    for (int row = -reach; row <= reach; ++row) discRow(radius, reach, row, *kernel + ptrdiff_t{row + reach} * side);
+    unsigned char* cell = *kernel;
+    for (int row = -reach; row <= reach; ++row)
+        for (int column = -reach; column <= reach; ++column) *cell++ = discCell(radius, row, column);
     return side;
 }
 
@@ -92,47 +141,37 @@ void QxStroke::setProperty(QxProperty* p) {
 void QxStroke::doPostProcessing(ParamPostProcessing* p) {
     if (!drawable(p, property)) return;
     const bool centered = property->position == kCentered;
-
-    unsigned char* cells = nullptr;
     const float radius = centered ? property->size * 0.5f : property->size;
-    const int side = makeCircleKernel(&cells, radius);
-    const Kernel kernel(cells);
-    if (!kernel) return;
 
-    const QxRect& ink = *p->textRect;
-    if (ink.right < ink.left || ink.bottom < ink.top) return;
-    const int half = side >> 1;
-    const int64_t srcWidth = int64_t{ink.right} - ink.left + 2, srcHeight = int64_t{ink.bottom} - ink.top + 2;
-    const int64_t width = srcWidth + 2 * int64_t{half}, height = srcHeight + 2 * int64_t{half};
-    if (width > INT32_MAX || height > INT32_MAX || width > INT32_MAX / height) return;
+    StrokeBox box;
+    if (!strokeBox(*p, discReach(radius), box)) return;
 
-    Scratch<uint8_t> padded = Scratch<uint8_t>::zeroed(srcWidth, srcHeight);
-    Scratch<uint8_t> planes = Scratch<uint8_t>::zeroed(width, centered ? 2 * height : height);
-    if (!padded || !planes) return;
-    const int32_t w = static_cast<int32_t>(width), h = static_cast<int32_t>(height);
-    const int32_t sw = static_cast<int32_t>(srcWidth), sh = static_cast<int32_t>(srcHeight);
-    const QxRect covered = inkRect(*p);
-    for (int row = covered.top; row < covered.bottom; ++row)
-        std::copy_n(coverageOf(*p->srcBitmap).row(row) + covered.left, covered.right - covered.left,
-                    padded.data() + ptrdiff_t{row - ink.top + 1} * sw + covered.left - ink.left + 1);
-
-    StrokeWork work{planes.data(), padded.data(), kernel.get(),       sw,   sh, 0,  0, w, h, half,
-                    half,          w * h,         truncToInt(radius), side, sw, sh, 0, sh};
-    if (centered) {
-        partalDTStrokeCenter(&work);
-        for (int64_t i = 0; i < width * height; ++i)
-            planes[i] = std::min(planes[i], planes[i + static_cast<size_t>(width * height)]);
-    } else if (property->position == kOutside) {
-        partalDTStrokeOutside(&work);
-    } else {
-        partalDTStrokeInside(&work);
-    }
+    const DiscPlan plan(radius, box.area.width, box.area.height, box.visible, sourceBudget(box, centered));
+    if (!plan) return;
+    box.area.complement = property->position != kOutside && !centered;
+    DiscDilation spread(plan, box.area);
+    box.area.complement = true;
+    std::optional<DiscDilation> limits;
+    if (centered) limits.emplace(plan, box.area);
+    Scratch<uint8_t> row(plan.tileWidth()), limited(plan.tileWidth());
+    if (!spread || (centered && !*limits) || !row || !limited) return;
 
     const int mode = centered && p->layerMode != 1 ? QXE_BLEND_SRC_OVER : QXE_BLEND_DST_OVER;
-    const int x = ink.left - 1 - half, y = ink.top - 1 - half;
-    QxBlender::drawBitmapBlend8(x, y, p->dstBitmap, planes.data(), w, h, w, property->color, mode);
-    if (p->baseBitmap != nullptr)
-        QxBlender::drawBitmapBlend8(x, y, p->baseBitmap, planes.data(), w, h, w, property->color, mode);
+    const DilateRange& visible = box.visible;
+    for (int64_t x = visible.x0; x < visible.x1; x += plan.tileWidth()) {
+        const int64_t end = std::min(x + plan.tileWidth(), visible.x1);
+        spread.start(x, end, visible.y0);
+        if (centered) limits->start(x, end, visible.y0);
+        for (int64_t y = visible.y0; y < visible.y1; ++y) {
+            uint8_t* mask = row.data();
+            DilatedPart part = spread.nextRow(nullptr, mask);
+            // One grows out of the glyphs, the other into them: the band is what they have in common.
+            if (centered) part = limits->nextRow(row.data(), mask = limited.data());
+            if (part.begin < part.end)
+                blendRow(*p, mask + part.begin, part.end - part.begin, box.x + x + part.begin, box.y + y,
+                         property->color, mode);
+        }
+    }
 }
 
 int QxStroke::getOffset() {

@@ -139,7 +139,7 @@ TEST(StrokeDilation, SlicesWriteTheBestOfEverySourcePixelIntoTheirPlanes) {
 }
 
 TEST(Stroke, EqualsThePlainLoopsOnRandomPictures) {
-    const float sizes[] = {0.0f, 0.4f, 0.5f, 1.0f, 1.49f, 2.0f, 3.0f, 5.0f, 7.7f, 12.0f};
+    const float sizes[] = {0.0f, 0.4f, 0.5f, 1.0f, 1.49f, 2.0f, 3.0f, 5.0f, 7.7f, 25.0f};
     for (uint32_t seed = 0; seed < 600; ++seed) {
         Rng rng(seed);
         CorePicture picture(1 + static_cast<int>(seed % 67), rng.between(1, 40));
@@ -178,6 +178,20 @@ TEST(Stroke, WidthsThatAreNoNumberOrNegativeDrawNothing) {
             setStroke(core, size, position);
             picture.runs(core);
             EXPECT_TRUE(picture.blank()) << size << " at " << position;
+        }
+}
+
+TEST(Stroke, WidthsFarBeyondThePictureFillIt) {
+    for (const float size : {500.0f, 1e6f, 1e9f})
+        for (const int position : {0, 1, 2}) {
+            CorePicture picture(30, 20);
+            picture.rect = {10, 5, 20, 15};
+            picture.ink(12, 9) = 255;
+            QxStroke core;
+            setStroke(core, size, position);
+            picture.runs(core);
+            for (int y = 0; y < 20; ++y)
+                for (int x = 0; x < 30; ++x) ASSERT_EQ(255, picture.out(x, y, 3)) << size << " at " << position;
         }
 }
 

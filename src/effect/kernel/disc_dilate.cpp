@@ -22,12 +22,9 @@ int discReach(float radius) {
     return static_cast<int>(rounded);
 }
 
-void discRow(float radius, int reach, int row, uint8_t* cells) {
-    for (int64_t column = -reach; column <= reach; ++column) {
-        const float distance = std::sqrt(static_cast<float>(int64_t{row} * row + column * column));
-        cells[column + reach] = cellOf(radius - distance + 1.0f);
-    }
-    if (row == 0) cells[reach] = cellOf(radius);
+uint8_t discCell(float radius, int64_t row, int64_t column) {
+    if (row == 0 && column == 0) return cellOf(radius);
+    return cellOf(radius - std::sqrt(static_cast<float>(row * row + column * column)) + 1.0f);
 }
 
 }  // namespace QxFontEffect

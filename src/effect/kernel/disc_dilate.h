@@ -9,14 +9,12 @@ namespace QxFontEffect {
 /// @return 0 and more, or -1 where there is no disc: NaN, -1.5 and less, or a side that does not fit 32 bits.
 int discReach(float radius);
 
-/// One row of an anti-aliased disc: 255 within the radius, falling to 0 over the pixel beyond it.
+/// One cell of an anti-aliased disc: 255 within the radius, falling to 0 over the pixel beyond it.
 ///
 /// The centre cell is min(radius, 1) and not what the ring formula gives there, so that a disc narrower than a pixel
 /// is weak in the middle as well.
 ///
-/// @param reach  discReach(radius), not negative.
-/// @param row    -reach..reach, counted from the centre.
-/// @param cells  2 * reach + 1 bytes, written.
-void discRow(float radius, int reach, int row, uint8_t* cells);
+/// @param row, column  from the centre.
+uint8_t discCell(float radius, int64_t row, int64_t column);
 
 }  // namespace QxFontEffect

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace QxFontEffect {
+
+/// The inner loops of the grey dilation by a disc, once per instruction set, behind one table.
+///
+/// A dilation distributes over the maximum, so each row of the disc is dilated on its own and the rows are joined. In
+/// a row the cells of full weight are one run around the centre: their part is a running maximum, read from tables of
+/// maxima over 1, 2, 4, ... samples by a few overlapping loads. What is left is the rim: cells that take a loss off
+/// the sample, in pairs left and right of the centre and above and below it.
+///
+/// Samples and outputs are counted in blocks of kDilateBlock, both from the same column on.
+constexpr int kDilateBlock = 64;
+
+/// A source row: its samples under column 0, and for each block the inked blocks left of it. Samples are 0 and readable
+/// for a block's width and a maximum's beside the span; ink counts are readable as far as the disc reaches beyond the
+/// output, which may lie beside the span.
+struct DilateSource {
+    const uint8_t* samples;
+    const uint32_t* inkBefore;
+};
+
+/// A source row's part in the runs of an output row: the greater of two maxima.
+struct DilateRun {
+    const uint8_t* maxima;     ///< at column 0
+    int32_t left, right;       ///< columns to the two
+    int32_t covered;           ///< samples behind a maximum
+    const uint32_t* inkLeft;   ///< at a block: inked blocks left of what the run sees
+    const uint32_t* inkRight;  ///< the same and those that it sees
+};
+
+/// Two rim cells, `dx` columns left and right of the centre.
+struct DiscTap {
+    int32_t dx;
+    int32_t loss;  ///< 255 - weight
+};
+
+/// The rim cells of one row of the disc, and the source rows above and below the output row that they are laid on: null
+/// samples for one that has no ink or does not exist.
+struct DilateRim {
+    DilateSource above;
+    DilateSource below;
+    const DiscTap* taps;
+    int32_t tapCount;
+    int32_t blocks;  ///< to the farthest of them, rounded up
+};
+
+/// One row of output.
+struct DilateLine {
+    const DilateRun* runs;  ///< nearest source rows first
+    int runCount;
+    const DilateRim* rims;
+    int rimCount;
+    const uint32_t* inkBefore;  ///< of all source rows together
+    int reach;                  ///< columns that the whole disc reaches to each side
+    int inkBlocks;              ///< the same in blocks, rounded up
+    int width;                  ///< of the span
+    int firstBlock;             ///< of the output
+    int blockCount;
+    const uint8_t* limit;  ///< null, or what the output is limited to; no work is spent where it is 0
+};
+
+/// The part of a row that is not known to be blank, in columns of the row; empty where begin == end.
+struct DilatedPart {
+    int begin;
+    int end;
+};
+
+struct DilateKernels {
+    const char* name;
+
+    /// to[i] = from[i], or 255 - from[i] for the complement.
+    void (*copy)(const uint8_t* from, int count, bool complement, uint8_t* to);
+
+    /// inkBefore[i] = blocks among the first i that have a sample above 0, i = 0 .. count.
+    void (*countInk)(const uint8_t* samples, int count, uint32_t* inkBefore);
+
+    /// to[i] = maximum of from[i + k * step], k = 0 .. parts - 1. `count` is rounded up to blocks; reads and writes
+    /// that much.
+    void (*runMaxima)(const uint8_t* from, int step, int parts, int count, uint8_t* to);
+
+    /// Writes `blockCount` blocks.
+    DilatedPart (*gather)(const DilateLine& line, uint8_t* out);
+};
+
+/// What every processor runs.
+const DilateKernels& dilateKernelsPortable();
+/// Null where the program was not built for AVX2 or the processor has none.
+const DilateKernels* dilateKernelsAvx2();
+/// The fastest of them here.
+const DilateKernels& dilateKernels();
+
+}  // namespace QxFontEffect

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+/// Vectors of the compiler's own kind, as wide as the file they are used in is compiled for: AVX2 where it is asked
+/// for, else SSE2 or NEON. One text of a kernel is compiled once for each.
+///
+/// Everything has internal linkage, and kernels written with it use no function templates of the standard library: an
+/// out-of-line copy of one, compiled for AVX2, could end up in a program that runs on a processor without it.
+namespace QxFontEffect {
+namespace {
+
+#if defined(__AVX2__)
+constexpr int kVectorBytes = 32;
+#else
+constexpr int kVectorBytes = 16;
+#endif
+
+using U8s = uint8_t __attribute__((vector_size(kVectorBytes)));
+using U16s = uint16_t __attribute__((vector_size(kVectorBytes)));
+using U32s = uint32_t __attribute__((vector_size(kVectorBytes)));
+using I32s = int32_t __attribute__((vector_size(kVectorBytes)));
+using U64s = uint64_t __attribute__((vector_size(kVectorBytes)));
+using F32s = float __attribute__((vector_size(kVectorBytes)));
+
+constexpr int kU16Lanes = kVectorBytes / 2;
+constexpr int kFloatLanes = kVectorBytes / 4;
+
+template <typename Vector>
+inline Vector loadVector(const void* from) {
+    Vector v;
+    std::memcpy(&v, from, sizeof v);
+    return v;
+}
+
+template <typename Vector>
+inline void storeVector(void* to, Vector v) {
+    std::memcpy(to, &v, sizeof v);
+}
+
+template <typename Vector>
+inline Vector lesser(Vector a, Vector b) {
+    return a < b ? a : b;
+}
+
+template <typename Vector>
+inline Vector greater(Vector a, Vector b) {
+    return a > b ? a : b;
+}
+
+inline bool allBitsSet(U8s v) {
+    const U64s words = reinterpret_cast<U64s>(v);
+    uint64_t together = words[0];
+    for (int i = 1; i < kVectorBytes / 8; ++i) together &= words[i];
+    return together == ~uint64_t{0};
+}
+
+inline bool noBitsSet(U8s v) {
+    const U64s words = reinterpret_cast<U64s>(v);
+    uint64_t together = words[0];
+    for (int i = 1; i < kVectorBytes / 8; ++i) together |= words[i];
+    return together == 0;
+}
+
+}  // namespace
+}  // namespace QxFontEffect
