@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <mutex>
 #include <unordered_map>
@@ -31,17 +32,20 @@ public:
 
         std::vector<uint16_t> missing;
         for (int i = 0; i < count; ++i) {
-            if (known.emplace(glyphs[i], GlyphMetrics()).second) missing.push_back(glyphs[i]);
+            if (known.count(glyphs[i]) == 0) missing.push_back(glyphs[i]);
         }
         if (!missing.empty()) {
+            std::sort(missing.begin(), missing.end());
+            missing.erase(std::unique(missing.begin(), missing.end()), missing.end());
             std::vector<GlyphMetrics> metrics(missing.size());
             measure(missing, &metrics);
-            for (size_t i = 0; i < missing.size(); ++i) known[missing[i]] = metrics[i];
+            // Entered only now: where memory runs out on the way, a glyph is not known rather than known as empty.
+            for (size_t i = 0; i < missing.size(); ++i) known.emplace(missing[i], metrics[i]);
         }
 
         std::vector<GlyphMetrics> result;
         result.reserve(static_cast<size_t>(count));
-        for (int i = 0; i < count; ++i) result.push_back(known[glyphs[i]]);
+        for (int i = 0; i < count; ++i) result.push_back(known.at(glyphs[i]));
         return result;
     }
 

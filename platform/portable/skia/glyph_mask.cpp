@@ -1,7 +1,6 @@
 #include "glyph_mask.h"
 
 #include <cmath>
-#include <new>
 
 #include "bitmap_glyph.h"
 #include "coverage_gamma.h"
@@ -56,8 +55,7 @@ bool renderAliased(FT_Outline* outline, GlyphMask* mask) {
     const int width = mask->box.width();
     const int rows = mask->box.height();
     const size_t pitch = (static_cast<size_t>(width) + 7) / 8;
-    const std::unique_ptr<uint8_t[]> bits(new (std::nothrow) uint8_t[pitch * static_cast<size_t>(rows)]());
-    if (bits == nullptr) return false;
+    const auto bits = std::make_unique<uint8_t[]>(pitch * static_cast<size_t>(rows));
 
     FT_Bitmap target = {};
     target.width = static_cast<unsigned>(width);
@@ -153,8 +151,7 @@ GlyphMask rasteriseBitmap(const GlyphLoader& loader, FT_GlyphSlot slot, SkPoint 
 bool GlyphMask::allocate(const SkIRect& area) {
     if (area.isEmpty()) return false;
     const size_t bytes = static_cast<size_t>(area.width()) * static_cast<size_t>(area.height());
-    pixels.reset(new (std::nothrow) uint8_t[bytes]());
-    if (pixels == nullptr) return false;
+    pixels = std::make_unique<uint8_t[]>(bytes);
     box = area;
     return true;
 }
