@@ -12,7 +12,6 @@
 #include <limits>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "base/Error.h"
@@ -397,28 +396,6 @@ TEST(Render, SurvivesLinesAndPaintsOfAnyKind) {
         for (int twice = 0; twice < 2; ++twice) render(object, 64, 32);
         EXPECT_EQ(nullptr, object.GetEffect()->getDstBitmap()) << "round " << round << " did not run to its end";
     }
-}
-
-TEST(Render, DifferentObjectsMayBeDrawnOnDifferentThreads) {
-    const wchar_t* const texts[] = {L"Ag fi", L"\u0633\u0644\u0627\u0645 1", L"xyz", L"(a)"};
-    const auto rendered = [&](int kind) {
-        const wchar_t* const text = texts[kind % 4];
-        TextScene object(text, kWidth, kHeight);
-        if (kind >= 4) object.GetEffect()->addOuterShadowText(30, 4, 3, 0xFF0000FF, 0.7f);
-        setLines(&object, {newLine(3, 40, 0, 4)});
-        return render(object);
-    };
-    std::vector<QxFontFamily*>& families = test::systemFamilies();
-    FontManager::GetInstance()->LoadMinikinFontFamily(families[test::kArabic]->localeListId);
-    std::vector<Picture> alone, together(8);
-    for (int kind = 0; kind < 8; ++kind) alone.push_back(rendered(kind));
-    std::vector<std::thread> threads;
-    for (int kind = 0; kind < 8; ++kind)
-        threads.emplace_back([&, kind] {
-            for (int round = 0; round < 5; ++round) together[static_cast<size_t>(kind)] = rendered(kind);
-        });
-    for (std::thread& thread : threads) thread.join();
-    for (size_t kind = 0; kind < 8; ++kind) EXPECT_EQ(alone[kind], together[kind]) << kind;
 }
 
 }  // namespace
