@@ -87,8 +87,7 @@ TEST(Effects, ComplainAboutWhatIsWrong) {
         {"linear-gradient stops=#fff@1.5", "linear-gradient stops: position 1.5 is out of range 0..1"},
         {"linear-gradient stops=#fff@0,,", "linear-gradient stops: '' is not colour@position"},
     };
-    for (const auto& [text, complaint] : cases)
-        EXPECT_EQ(complaintOf([&] { parseEffect(text); }), complaint) << "'" << text << "'";
+    for (const auto& c : cases) EXPECT_EQ(complaintOf([&] { parseEffect(c.first); }), c.second) << c.first;
 
     std::string many = "outer-glow stops=";
     for (int i = 0; i < 257; ++i) many += "#fff@0,";

@@ -21,7 +21,7 @@ namespace qxrender {
 /// concerned and writes a text in which they end in as many blanks as it takes.
 class LinePadding {
 public:
-    /// The arguments must outlive the object.
+    /// Units and typeface must outlive the object.
     LinePadding(const std::vector<uint16_t>& units, const android::Paint& paint, const android::Typeface& typeface);
 
     /// Measures a line; to be called in the order of the text.
@@ -46,7 +46,7 @@ private:
     float advanceOf(uint16_t unit) const;
 
     const std::vector<uint16_t>& mUnits;
-    const android::Paint& mPaint;
+    const android::Paint mPaint;
     const android::Typeface& mTypeface;
     std::vector<Insertion> mInsertions;
     float mWidest = 0.0f;
