@@ -36,8 +36,8 @@ function(qx_add_classes name)
   add_custom_command(OUTPUT "${classes}.stamp"
     COMMAND ${CMAKE_COMMAND} -E rm -rf "${classes}"
     COMMAND ${CMAKE_COMMAND} -E make_directory "${classes}"
-    COMMAND ${Java_JAVAC_EXECUTABLE} -nowarn -Xlint:all,-options,-removal,-deprecation -Werror -encoding UTF-8 --release ${ARG_RELEASE}
-            -cp "${classpath}" -d "${classes}" ${sources}
+    COMMAND ${Java_JAVAC_EXECUTABLE} -Xlint:all,-options,-removal,-deprecation -Werror
+            -encoding UTF-8 --release ${ARG_RELEASE} -cp "${classpath}" -d "${classes}" ${sources}
     COMMAND ${CMAKE_COMMAND} -E touch "${classes}.stamp"
     DEPENDS ${sources} ${ARG_DEPENDS}
     VERBATIM COMMENT "Compiling Java classes ${name}")

@@ -1,5 +1,5 @@
 # Runs one Java test program: cmake -DJAVA=... -DCLASSPATH=... -DPROGRAM=... -DARGUMENTS=... -DOPTIONS=...
-# -DCHECK_JNI=0|1 -DNAME=... -DDIRECTORY=... -P this
+# -DCHECK_JNI=0|1 -DPRELOAD=... -DNAME=... -DDIRECTORY=... -P this
 # Standard error holds the library's log, which the program reads while it runs.
 set(log "${DIRECTORY}/${NAME}.log")
 set(options ${OPTIONS} "-Dqx.test.log=${log}")
@@ -7,7 +7,7 @@ if(CHECK_JNI)
   list(APPEND options -Xcheck:jni)
 endif()
 execute_process(
-  COMMAND "${JAVA}" ${options} -cp "${CLASSPATH}" ${PROGRAM} ${ARGUMENTS}
+  COMMAND "${CMAKE_COMMAND}" -E env ${PRELOAD} "${JAVA}" ${options} -cp "${CLASSPATH}" ${PROGRAM} ${ARGUMENTS}
   ERROR_FILE "${log}" OUTPUT_VARIABLE output RESULT_VARIABLE result)
 message("${output}")
 if(NOT result EQUAL 0)

@@ -45,7 +45,8 @@ public final class FontConfigTest {
                 "E Init_QxFontManager_JNI: QxFontManager_SetFontConfig - jFontConfig is NULL"), "message");
         Check.equal(false, FontManager.setFontConfig(new FontConfig(null)), "no families");
         Check.that(Log.take("Init_QxFontManager_JNI").contains(
-                "E Init_QxFontManager_JNI: QxFontManager_SetFontConfig - cannot convert to native families"), "message");
+                "E Init_QxFontManager_JNI: QxFontManager_SetFontConfig - cannot convert to native families"),
+                "message");
     }
 
     /** A path to a readable font that is not one any more when it is cut after 1023 bytes. */

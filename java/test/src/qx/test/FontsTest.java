@@ -97,7 +97,8 @@ public final class FontsTest {
         FontManager.insertFontData("known", robotoBytes);
         Object[][] rows = {
             {(Choose) text -> text.setFontFile(null), "QxText_SetFont() - Fail to get fontFile string"},
-            {(Choose) text -> text.setFontFamilyName(null), "QxText_SetFontFamilyName() - Fail to get familyName string"},
+            {(Choose) text -> text.setFontFamilyName(null),
+                "QxText_SetFontFamilyName() - Fail to get familyName string"},
             {(Choose) text -> text.setFontData(null, GARBAGE), "QxText_SetFont2() - fontName is NULL"},
             {(Choose) text -> text.setFontData("n", null), "QxText_SetFont2() - buffer is NULL"},
             {(Choose) text -> text.setFontAsset(null, "known"), "QxText_SetFont3() - assetManager is NULL"},

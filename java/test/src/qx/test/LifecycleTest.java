@@ -43,7 +43,8 @@ public final class LifecycleTest {
         QxText first = new QxText();
         Check.equal(0, first.addStroke(2, 0xFF00FF00, 1, QxText.STROKE_CENTER), "id of the first effect");
         Check.equal(1, Texts.handle(first), "first handle of the process");
-        Check.that(Log.take("QxText_JNI").contains("D QxText_JNI: GetBoundTextObject - hande = 0"), "binding is logged");
+        Check.that(Log.take("QxText_JNI").contains("D QxText_JNI: GetBoundTextObject - hande = 0"),
+                "binding is logged");
         // A call that fails makes an object as well, before it looks at its arguments.
         QxText second = new QxText();
         Check.equal(false, second.setFontFile(null), "font without a name");

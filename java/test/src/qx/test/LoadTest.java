@@ -18,8 +18,8 @@ public final class LoadTest {
     private static final String FONTS = PACKAGE + "font.FontManager";
     private static final String ERROR = PACKAGE + "util.QxError";
 
-    private static final List<String> ALL = List.of("D QxText_Common_JNI: QxText_JNI_OnLoad", "D QxError_JNI: Init .. Done",
-            "D Init_QxFontManager_JNI: Init_QxFontManager_JNI", "D QxText_JNI: JNI_OnLoad .. Done",
+    private static final List<String> ALL = List.of("D QxText_Common_JNI: QxText_JNI_OnLoad",
+            "D QxError_JNI: Init .. Done", "D Init_QxFontManager_JNI: Init_QxFontManager_JNI", "D QxText_JNI: JNI_OnLoad .. Done",
             "D QxText_Common_JNI: QxText_JNI_OnLoad .... done");
 
     private static int copies;
@@ -158,7 +158,8 @@ public final class LoadTest {
         Object paint = world.loader.loadClass("android.graphics.Paint").getConstructor().newInstance();
         Log.forget();
         Check.equal(false, world.call(world.newText(), "setPaint", paint), "a paint without a method");
-        Check.equal(List.of("E QxText_JNI: Java function isFakeBoldText not found"), Log.take("E QxText_JNI"), "message");
+        Check.equal(List.of("E QxText_JNI: Java function isFakeBoldText not found"), Log.take("E QxText_JNI"),
+                "message");
 
         world = loaded(new PatchingLoader().hide("android.text.SpannableString"));
         Constructor<?> layout =

@@ -97,7 +97,8 @@ public final class MemoryTest {
         QxLibrary.load(System.getProperty("qx.library"));
         roboto = Texts.font("Roboto-Regular.ttf");
         Check.test("a hundred thousand calls", () -> flat("100000 calls", 4096, () -> calls(1000), () -> calls(10000)));
-        Check.test("ten thousand objects", () -> flat("10000 objects", 4096, () -> objects(2000), () -> objects(10000)));
+        Check.test("ten thousand objects",
+                () -> flat("10000 objects", 4096, () -> objects(2000), () -> objects(10000)));
         Check.test("forgotten objects are freed", MemoryTest::forgottenObjectsAreFreed);
         Check.finish();
     }

@@ -70,7 +70,8 @@ public final class RenderTest {
 
             text.addOuterShadow(135, 6, 4, 0xFF000000, 0.5f);
             text.addStroke(2, 0xFFFF0000, 1, QxText.STROKE_OUTSIDE);
-            text.addLinearGradient(90, 1, new int[] {0xFFFFFF00, 0xFF00FF00}, new float[] {1, 1}, new float[] {0, 1}, 1);
+            text.addLinearGradient(
+                    90, 1, new int[] {0xFFFFFF00, 0xFF00FF00}, new float[] {1, 1}, new float[] {0, 1}, 1);
             text.addInnerShadow(135, 2, 2, 0xFF000000, 0.5f);
             text.addOuterGlow(5, 0xFFFFFFFF, 0.5f);
             int[] decorated = text.render();
@@ -85,6 +86,15 @@ public final class RenderTest {
             Check.that(different > 2000, "effects change the picture: " + different);
             text.clearEffects();
             Check.equal(plain, text.render(), "and go away again");
+
+            // An empty centred stroke paints nothing, and has the others composed in a layer.
+            text.addStroke(0, 0, 0, QxText.STROKE_CENTER);
+            Check.equal(plain, text.render(), "an empty stroke");
+            text.addInnerShadow(135, 4, 4, 0xFF000000, 1);
+            int[] layered = text.render();
+            text.clearEffects();
+            text.addInnerShadow(135, 4, 4, 0xFF000000, 1);
+            Check.that(!java.util.Arrays.equals(layered, text.render()), "it chooses the layer");
         }
     }
 

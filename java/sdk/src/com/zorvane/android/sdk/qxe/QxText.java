@@ -30,18 +30,23 @@ import android.widget.TextView;
  * right and 90 upward; lengths are pixels, limited to 0..100 and rounded to whole ones; opacities are 0..1. An adder
  * returns -1 when it fails.
  *
- * <p>How layers are put together follows from the effects; these methods offer no choice of it, and no opacity of the
- * whole text other than the alpha of its colour.
+ * <p>Effects are put together in one of two ways. Usually each is painted straight onto the picture. With a centred
+ * stroke they go through a layer of their own, which keeps what lies inside the letters within them. An empty stroke,
+ * {@code addStroke(0, 0, 0, STROKE_CENTER)}, paints nothing and chooses that way for the other effects. A whole text is
+ * faded by the alpha of its colour.
  */
 public final class QxText implements AutoCloseable {
     /** The band of a stroke lies on the outline, half on either side. */
     public static final int STROKE_CENTER = 0;
     /** The band lies around the letters. */
     public static final int STROKE_OUTSIDE = 1;
-    /** The band lies inside the letters. */
+    /**
+     * The band lies inside the letters, and the rest of the text's box is painted too: only the layer of a centred
+     * stroke would keep it within the letters, and a text has one stroke.
+     */
     public static final int STROKE_INSIDE = 2;
 
-    /** A handle that is never issued, for instances that were closed before they had one. */
+    /** A handle that no text ever has, for instances that were closed before they had one. */
     private static final int CLOSED = 0;
 
     /** Handle of the native text, negative before the first call; the library reads and writes it by this name. */
