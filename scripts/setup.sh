@@ -3,7 +3,7 @@
 #
 #   scripts/setup.sh            everything (what scripts/test.sh needs)
 #   scripts/setup.sh demo       compilers, libraries and fonts: enough to build and to draw
-#   scripts/setup.sh bench      the same and the benchmark library
+#   scripts/setup.sh bench      compilers, libraries and the font that scripts/bench.sh draws with
 #   scripts/setup.sh peers      the same and the libraries that scripts/bench.sh --peers measures against
 #
 # Packages that are there already are left alone, and with nothing missing apt is not called at all.
@@ -16,16 +16,16 @@ libraries=(libfreetype-dev libharfbuzz-dev libicu-dev libpng-dev libfontconfig-d
 # Han/Kana/Hangul, and emoji.
 fonts=(fonts-roboto-unhinted fonts-noto-core fonts-noto-ui-core fonts-noto-cjk fonts-noto-color-emoji)
 java=(openjdk-17-jdk-headless)
-bench=(libbenchmark-dev)
+bench_fonts=(fonts-roboto-unhinted)
 peers=(libopencv-core-dev libopencv-imgproc-dev libpixman-1-dev)
 tests=(libgtest-dev libgmock-dev clang libclang-rt-14-dev clang-tidy cppcheck python3
        g++-aarch64-linux-gnu qemu-user)
 
 case "${1:-all}" in
     demo)  wanted=("${build[@]}" "${libraries[@]}" "${fonts[@]}" "${java[@]}") ;;
-    bench) wanted=("${build[@]}" "${libraries[@]}" "${fonts[@]}" "${bench[@]}") ;;
-    peers) wanted=("${build[@]}" "${libraries[@]}" "${fonts[@]}" "${bench[@]}" "${peers[@]}") ;;
-    all)   wanted=("${build[@]}" "${libraries[@]}" "${fonts[@]}" "${java[@]}" "${bench[@]}" "${tests[@]}") ;;
+    bench) wanted=("${build[@]}" "${libraries[@]}" "${bench_fonts[@]}") ;;
+    peers) wanted=("${build[@]}" "${libraries[@]}" "${bench_fonts[@]}" "${peers[@]}") ;;
+    all)   wanted=("${build[@]}" "${libraries[@]}" "${fonts[@]}" "${java[@]}" "${tests[@]}") ;;
     *)     echo "setup: unknown set '$1' (demo, bench, peers or nothing for all)" >&2; exit 2 ;;
 esac
 
