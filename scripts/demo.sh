@@ -11,7 +11,10 @@ configure=(cmake -S "$root" -B "$root/build/demo" -G Ninja -DCMAKE_BUILD_TYPE=Re
            -DQX_BUILD_TESTS=OFF -DQX_BUILD_BENCH=OFF)
 mkdir -p "$root/build"
 log="$root/build/demo.log"
-if ! { "${configure[@]}" && cmake --build "$root/build/demo" --target qxrender contactsheet -j "$(nproc)"; } >"$log" 2>&1; then
+targets=(qxrender contactsheet)
+# Without arguments one picture is drawn through Java too.
+[ $# -eq 0 ] && targets+=(qxeffect_jni qx_host qx_java_demo)
+if ! { "${configure[@]}" && cmake --build "$root/build/demo" --target "${targets[@]}" -j "$(nproc)"; } >"$log" 2>&1; then
     echo "demo: the build failed; the end of $log:" >&2
     tail -n 30 "$log" >&2
     exit 1
@@ -112,3 +115,4 @@ done
 
 "$contactsheet" -o "$out/styles.png" --columns 2 --cell 620x160 --gap 16 --background '#e6e8eb' "${made[@]}"
 printf '%s\n' "$out/samples.png" "$out/styles.png" "$page"
+"$root/scripts/demo_java.sh" "$root/build/demo" "$out"
