@@ -64,11 +64,11 @@ int QxBevel::partialLightProcess(void* work) {
 int QxBevel::partialBlur(void* work) {
     const BevelBlurWork& w = *static_cast<const BevelBlurWork*>(work);
     const GaussBell bell = makeGaussBell(std::clamp(w.radius, 0, kMaxGaussRadius), kSoftPeak);
-    Scratch<uint8_t> line(static_cast<int64_t>(gaussScratchBytes(bell, w.width)));
-    if (!line) return 0;
     const int height = saturateToInt(int64_t{w.yEnd} + bell.radius);
+    Scratch<uint8_t> scratch(gaussScratchBytes(bell, w.width, height));
+    if (!scratch) return 0;
     gaussBlurPlane8({w.src, w.width, height, w.width}, bell,
-                    {std::max(w.xStart, 0), std::min(w.xEnd, w.width), std::max(w.yStart, 0), w.yEnd}, line.data(),
+                    {std::max(w.xStart, 0), std::min(w.xEnd, w.width), std::max(w.yStart, 0), w.yEnd}, scratch.data(),
                     {w.dst, w.width, height, w.width});
     return 0;
 }
@@ -120,8 +120,8 @@ void QxBevel::doPostProcessing(ParamPostProcessing* p) {
     }
     maps.light({map.data, map.width, map.height, map.stride}, reliefLight(*property),
                {static_cast<float>(radius), 1.0f, false, inside});
-    if (smooth) maps.blur(bandBlur, bandBlur);
-    if (property->soften >= 1) maps.blur(property->soften, property->soften);
+    if (smooth && !maps.blur(bandBlur, bandBlur)) return;
+    if (property->soften >= 1 && !maps.blur(property->soften, property->soften)) return;
 
     ReliefColors colors;
     makeReliefColors(smooth ? kSmoothGain : 1.0f, property->highlightColor, property->shadowColor, colors);

@@ -100,8 +100,8 @@ void QxEmboss::doPostProcessing(ParamPostProcessing* p) {
 
     maps.light({outer.data(), area.width, area.height, area.width}, reliefLight(*property),
                {2.0f * band.half, 255.0f, true, false});
-    if (band.blur >= 1) maps.blur(band.blur, 0);
-    if (soften >= 1) maps.blur(soften, 0);
+    if (band.blur >= 1 && !maps.blur(band.blur, 0)) return;
+    if (soften >= 1 && !maps.blur(soften, 0)) return;
 
     ReliefColors colors;
     makeReliefColors(property->technique == kSmooth ? kSmoothGain : 1.0f, property->highlightColor,

@@ -6,14 +6,13 @@
 #include "effect/core_inputs.h"
 #include "effect/core_record.h"
 #include "effect/kernel/gauss_rows.h"
+#include "effect/kernel/shade.h"
 #include "effect/shadow_geometry.h"
 #include "effect/visible_part.h"
 #include "pixel/QxBlender.h"
 
 namespace QxFontEffect {
 namespace {
-
-constexpr int kStripRows = 16;
 
 /// Whether the shifted ink, widened by the radius, misses the ink, so that every glyph lies wholly in shadow. The
 /// far edges count as touching on the right and at the bottom only.
@@ -24,13 +23,20 @@ bool missesItself(const QxRect& rect, int64_t radius, ShadowShift shift) {
     return !overlaps;
 }
 
-/// Turns blurred coverage into the shadow inside the glyphs. Coverage only opens or shuts a pixel: a faint edge pixel
-/// receives the full shadow, which keeps the dark rim unbroken along anti-aliased edges.
-void shadeInside(ConstPlane8 coverage, Plane8 strip) {
-    for (int y = 0; y < strip.height; ++y) {
-        const uint8_t* open = coverage.row(y);
-        uint8_t* row = strip.row(y);
-        for (int x = 0; x < strip.width; ++x) row[x] = open[x] == 0 ? 0 : static_cast<uint8_t>(255 - row[x]);
+/// Makes the next rows of the shadow.
+/// @param ink    the coverage there.
+/// @param strip  ink.height rows, wide enough for whole blocks.
+void shadeRows(GaussColumns& columns, ConstPlane8 ink, uint8_t* strip, ptrdiff_t stride) {
+    columns.beginStrip(ink.height);
+    for (int block = 0; block < columns.blockCount(); ++block) {
+        const int x = block * kGaussBlock;
+        const int width = std::min(kGaussBlock, ink.width - x);
+        const bool blurred = columns.makeBlock(block, strip + x, stride);
+        for (int y = 0; y < ink.height; ++y) {
+            uint8_t* row = strip + y * stride + x;
+            if (!blurred) std::fill_n(row, width, uint8_t{0});
+            complementWhereInked(ink.row(y) + x, width, row);
+        }
     }
 }
 
@@ -68,27 +74,29 @@ void QxInnerShadow::doPostProcessing(ParamPostProcessing* p) {
     if (isEmpty(seen)) return;
 
     // Rows first and then columns, both rounded up: this is what the complement's blur, rounded down, leaves of 255.
-    // Only the columns that the shift brings under the ink are blurred.
-    const GaussBell bell = makeGaussBell(radius, kSoftPeak);
+    // Only what the shift brings under the ink is blurred.
+    const GaussPlan plan = makeGaussPlan(makeGaussBell(radius, kSoftPeak));
     const int width = seen.xEnd - seen.xStart;
-    Scratch<uint8_t> soft(width, ink.height);
-    Scratch<uint8_t> rowWork(gaussRowScratchBytes(bell, ink.width, width));
-    Scratch<uint8_t> columnWork(GaussColumns::scratchBytes(width));
-    Scratch<uint8_t> strip(width, kStripRows);
-    if (!soft || !rowWork || !columnWork || !strip) return;
+    const int softTop = std::clamp(seen.yStart - shift.dy - radius - 2, 0, ink.height);
+    const int softBottom = std::clamp(seen.yEnd - shift.dy + radius, softTop, ink.height);
+    const int softRows = softBottom - softTop;
+    const int xStart = seen.xStart - shift.dx;
+    Scratch<uint8_t> soft(width, softRows);
+    Scratch<uint8_t> work(std::max(gaussLinesScratchBytes(plan.bell, ink.width, xStart, width),
+                                   GaussColumns::scratchBytes(plan.bell, width, softRows)));
+    const int stripWidth = (width + kGaussBlock - 1) / kGaussBlock * kGaussBlock;
+    Scratch<uint8_t> strip(stripWidth, GaussColumns::kStripRows);
+    if (!soft || !work || !strip) return;
 
-    for (int y = 0; y < ink.height; ++y)
-        gaussRow8(ink.row(y), ink.width, bell, GaussRounding::Up, seen.xStart - shift.dx, width, rowWork.data(),
-                  soft.data() + int64_t{y} * width);
-    GaussColumns columns({soft.data(), width, ink.height, width}, bell, GaussRounding::Up, seen.yStart - shift.dy,
-                         columnWork.data());
-    for (int y = seen.yStart; y < seen.yEnd; y += kStripRows) {
-        const int taken = std::min(kStripRows, seen.yEnd - y);
-        const Plane8 rows = {strip.data(), width, taken, width};
-        columns.next(rows);
-        shadeInside({ink.row(y) + seen.xStart, width, taken, ink.stride}, rows);
-        QxBlender::drawBitmapBlend8(rect.left + seen.xStart, rect.top + y, p->dstBitmap, rows.data, width, taken, width,
-                                    property->color, QXE_BLEND_DST_OVER);
+    gaussLinesPlane8({ink.row(softTop), ink.width, softRows, ink.stride}, plan, GaussRounding::Up, xStart, work.data(),
+                     {soft.data(), width, softRows, width});
+    GaussColumns columns({soft.data(), width, softRows, width}, plan, GaussRounding::Up,
+                         seen.yStart - shift.dy - softTop, work.data());
+    for (int y = seen.yStart; y < seen.yEnd; y += GaussColumns::kStripRows) {
+        const int rows = std::min(GaussColumns::kStripRows, seen.yEnd - y);
+        shadeRows(columns, {ink.row(y) + seen.xStart, width, rows, ink.stride}, strip.data(), stripWidth);
+        QxBlender::drawBitmapBlend8(rect.left + seen.xStart, rect.top + y, p->dstBitmap, strip.data(), width, rows,
+                                    stripWidth, property->color, QXE_BLEND_DST_OVER);
     }
 }
 

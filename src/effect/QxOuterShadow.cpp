@@ -14,9 +14,6 @@
 namespace QxFontEffect {
 namespace {
 
-// Rows that are blurred before they are blended: enough to share the columns' sums, few enough to stay in the cache.
-constexpr int kStripRows = 16;
-
 /// The margin that a shadow with radius `radius` needs on the side that lies `shift` pixels in the shadow's
 /// direction: narrower than the area it may touch, because a shadow moved away from a side leaves room there.
 int32_t marginToward(int64_t radius, int64_t shift) {
@@ -84,12 +81,12 @@ void QxOuterShadow::doPostProcessing(ParamPostProcessing* p) {
     const GaussJob job = {ink, &bell, moved(seen, -radius, -radius), GaussRounding::Down, GaussRounding::Down};
     const int width = seen.xEnd - seen.xStart;
     Scratch<uint8_t> work(GaussRows::scratchBytes(job));
-    Scratch<uint8_t> strip(width, kStripRows);
+    Scratch<uint8_t> strip(width, kGaussRows);
     if (!work || !strip) return;
 
     GaussRows rows(job, work.data());
     int dstY = static_cast<int>(y + seen.yStart);
-    while (const int taken = rows.next({strip.data(), width, kStripRows, width})) {
+    while (const int taken = rows.next(strip.data(), width)) {
         QxBlender::drawBitmapBlend8(static_cast<int>(x + seen.xStart), dstY, p->dstBitmap, strip.data(), width, taken,
                                     width, property->color, QXE_BLEND_DST_OVER);
         dstY += taken;

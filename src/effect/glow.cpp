@@ -15,7 +15,6 @@
 namespace QxFontEffect {
 namespace {
 
-constexpr int kStripRows = 16;
 constexpr uint32_t kOpaqueWhite = 0xFFFFFFFFu;
 
 // The growth takes about half a pass per pixel of size, so larger glows would not be drawn within a minute, and
@@ -108,24 +107,25 @@ void drawGlow(const ParamPostProcessing& p, const QxGlowProperty& property, Glow
                           columns,
                           GaussRounding::Down};
     Scratch<uint8_t> work(std::max(boxGrowScratchBytes(planeWidth), GaussRows::scratchBytes(job)));
-    Scratch<uint8_t> grey(width, 1);
-    Scratch<uint32_t> strip(width, kStripRows);
+    Scratch<uint8_t> grey(width, kGaussRows);
+    Scratch<uint32_t> strip(width, kGaussRows);
     if (!grown || !work || !grey || !strip) return;
 
     makeGrownPlane(ink, lengths, side, work.data(), plane);
     GaussRows rows(job, work.data());
-    for (int first = seen.yStart; first < seen.yEnd; first += kStripRows) {
-        const int taken = std::min(kStripRows, seen.yEnd - first);
-        for (int i = 0; i < taken; ++i) {
-            uint32_t* out = strip.data() + int64_t{i} * width;
-            const bool computed = first + i >= blurred.yStart && first + i < blurred.yEnd;
-            if (computed) rows.next({grey.data(), blurred.xEnd - blurred.xStart, 1, width});
-            const int from = computed ? blurred.xStart - seen.xStart : width;
-            const int to = computed ? blurred.xEnd - seen.xStart : width;
-            colorRow(grey.data(), colors, from, to, width, out);
-        }
-        QxBlender::drawBitmapBlend32(static_cast<int>(x + seen.xStart), static_cast<int>(y + first), p.dstBitmap,
+    // Strips keep to the rows of the blur: those above and below it are white.
+    int row = seen.yStart;
+    while (row < seen.yEnd) {
+        const bool computed = row >= blurred.yStart && row < blurred.yEnd;
+        const int end = row < blurred.yStart ? blurred.yStart : seen.yEnd;
+        const int taken = computed ? rows.next(grey.data(), width) : std::min(kGaussRows, end - row);
+        const int from = computed ? blurred.xStart - seen.xStart : width;
+        const int to = computed ? blurred.xEnd - seen.xStart : width;
+        for (int i = 0; i < taken; ++i)
+            colorRow(grey.data() + int64_t{i} * width, colors, from, to, width, strip.data() + int64_t{i} * width);
+        QxBlender::drawBitmapBlend32(static_cast<int>(x + seen.xStart), static_cast<int>(y + row), p.dstBitmap,
                                      strip.data(), width, taken, width, QXE_BLEND_DST_OVER);
+        row += taken;
     }
 }
 

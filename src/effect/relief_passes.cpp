@@ -65,8 +65,7 @@ ReliefMaps::ReliefMaps(int width, int height)
       mHeight(height),
       mShadow(Scratch<uint8_t>::zeroed(width, height)),
       mHighlight(Scratch<uint8_t>::zeroed(width, height)),
-      mSpare(width, height),
-      mLine(static_cast<int64_t>(gaussScratchBytes(makeGaussBell(0, kSoftPeak), width))) {}
+      mSpare(width, height) {}
 
 void ReliefMaps::light(ConstPlaneF heights, const ReliefLight& light, const ReliefBand& band) {
     for (int y = 1; y < mHeight - 1; ++y) {
@@ -76,17 +75,20 @@ void ReliefMaps::light(ConstPlaneF heights, const ReliefLight& light, const Reli
     }
 }
 
-void ReliefMaps::blur(int radius, int frame) {
+bool ReliefMaps::blur(int radius, int frame) {
     const GaussBell bell = makeGaussBell(radius, kSoftPeak);
-    blurMap(mShadow, bell, frame);
-    blurMap(mHighlight, bell, frame);
+    Scratch<uint8_t> scratch(gaussScratchBytes(bell, mWidth, mHeight));
+    if (!scratch) return false;
+    blurMap(mShadow, bell, frame, scratch.data());
+    blurMap(mHighlight, bell, frame, scratch.data());
+    return true;
 }
 
-void ReliefMaps::blurMap(Scratch<uint8_t>& map, const GaussBell& bell, int frame) {
+void ReliefMaps::blurMap(Scratch<uint8_t>& map, const GaussBell& bell, int frame, uint8_t* scratch) {
     std::memcpy(mSpare.data(), map.data(), map.count());
     std::memset(map.data(), 0, map.count());
     gaussBlurPlane8({mSpare.data(), mWidth, mHeight, mWidth}, bell, {frame, mWidth - frame, frame, mHeight - frame},
-                    mLine.data(), {map.data(), mWidth, mHeight, mWidth});
+                    scratch, {map.data(), mWidth, mHeight, mWidth});
 }
 
 }  // namespace QxFontEffect

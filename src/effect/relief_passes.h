@@ -47,22 +47,23 @@ class ReliefMaps {
 public:
     ReliefMaps(int width, int height);
 
-    explicit operator bool() const { return mShadow && mHighlight && mSpare && mLine; }
+    explicit operator bool() const { return mShadow && mHighlight && mSpare; }
 
     /// Lights the height field but for its outermost columns and rows, which stay 0.
     void light(ConstPlaneF heights, const ReliefLight& light, const ReliefBand& band);
 
     /// Blurs both maps with the soft bell. A frame of `frame` pixels becomes 0 and is not seen by the second pass.
-    void blur(int radius, int frame);
+    /// False when memory for it cannot be had.
+    bool blur(int radius, int frame);
 
     const uint8_t* shadowRow(int y) const { return mShadow.data() + ptrdiff_t{y} * mWidth; }
     const uint8_t* highlightRow(int y) const { return mHighlight.data() + ptrdiff_t{y} * mWidth; }
 
 private:
-    void blurMap(Scratch<uint8_t>& map, const GaussBell& bell, int frame);
+    void blurMap(Scratch<uint8_t>& map, const GaussBell& bell, int frame, uint8_t* scratch);
 
     int mWidth, mHeight;
-    Scratch<uint8_t> mShadow, mHighlight, mSpare, mLine;
+    Scratch<uint8_t> mShadow, mHighlight, mSpare;
 };
 
 }  // namespace QxFontEffect

@@ -17,16 +17,17 @@ GaussJob jobOf(ConstPlane8 src, const GaussBell& bell, GaussRange range) {
 
 }  // namespace
 
-size_t gaussScratchBytes(const GaussBell& bell, int width) {
-    const ConstPlane8 plane = {nullptr, std::max(width, 0), 0, 0};
-    return static_cast<size_t>(GaussRows::scratchBytes(jobOf(plane, bell, {0, plane.width, 0, 0})));
+int64_t gaussScratchBytes(const GaussBell& bell, int width, int height) {
+    const ConstPlane8 plane = {nullptr, std::max(width, 0), std::max(height, 0), 0};
+    return GaussRows::scratchBytes(jobOf(plane, bell, {0, plane.width, 0, plane.height}));
 }
 
 void gaussBlurPlane8(ConstPlane8 src, const GaussBell& bell, GaussRange range, uint8_t* scratch, Plane8 dst) {
     const int width = range.xEnd - range.xStart;
     if (width <= 0 || range.yStart >= range.yEnd) return;
     GaussRows rows(jobOf(src, bell, range), scratch);
-    rows.next({dst.row(range.yStart) + range.xStart, width, range.yEnd - range.yStart, dst.stride});
+    uint8_t* out = dst.row(range.yStart) + range.xStart;
+    while (const int taken = rows.next(out, dst.stride)) out += taken * dst.stride;
 }
 
 }  // namespace QxFontEffect

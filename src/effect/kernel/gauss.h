@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #include "effect/kernel/gauss_weights.h"
@@ -16,8 +15,8 @@ struct GaussRange {
     int yEnd;
 };
 
-/// Bytes of scratch that `gaussBlurPlane8` wants for planes of `width` columns.
-size_t gaussScratchBytes(const GaussBell& bell, int width);
+/// Bytes of scratch that `gaussBlurPlane8` wants, in 64 bits because a job may want more than there is.
+int64_t gaussScratchBytes(const GaussBell& bell, int width, int height);
 
 /// Blurs a part of an 8-bit plane with one integer bell, columns first, then rows.
 ///
@@ -27,11 +26,11 @@ size_t gaussScratchBytes(const GaussBell& bell, int width);
 ///
 /// @param src      W x H samples; those outside the plane count as 0.
 /// @param range    within 0..W, 0..H; an empty one writes nothing.
-/// @param scratch  gaussScratchBytes(bell, W) bytes, contents undefined before and after.
+/// @param scratch  gaussScratchBytes(bell, W, H) bytes, contents undefined before and after.
 /// @param dst      W x H, must not overlap src. Pixels outside the range are left as they were.
 ///
 /// Glows look their colour up instead of storing a grey, the inner glow truncates towards white, and the inner shadow
-/// runs rows first: they use the row kernels beneath this function.
+/// runs rows first: they use the passes of gauss_rows.h beneath this function.
 void gaussBlurPlane8(ConstPlane8 src, const GaussBell& bell, GaussRange range, uint8_t* scratch, Plane8 dst);
 
 }  // namespace QxFontEffect

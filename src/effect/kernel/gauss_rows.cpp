@@ -5,65 +5,105 @@
 namespace QxFontEffect {
 namespace {
 
-/// The bell at position `at` of `count` samples that lie `step` apart, 0 on both sides of them.
-uint8_t bellAt(const uint8_t* samples, ptrdiff_t step, int count, int64_t at, const GaussBell& bell,
-               GaussRounding rounding) {
-    int64_t total = 0;
-    for (int b = 0; b < bell.boxCount; ++b) {
-        const int64_t first = std::max<int64_t>(at - bell.boxes[b].reach, 0);
-        const int64_t last = std::min<int64_t>(at + bell.boxes[b].reach, count - 1);
-        int64_t box = 0;
-        for (int64_t i = first; i <= last; ++i) box += samples[i * step];
-        total += bell.boxes[b].height * box;
+GaussStripLayout layoutOf(const GaussJob& job) {
+    return {*job.bell, job.src.width, job.out.xStart, std::max(job.out.xEnd - job.out.xStart, 0)};
+}
+
+/// The part of the source that a job reads, and the row of the job's first row in it.
+struct NeededPart {
+    NeededPart(const GaussJob& job, const GaussStripLayout& layout) {
+        const int64_t reach = int64_t{job.bell->radius} + 2;
+        const int from = static_cast<int>(std::clamp<int64_t>(job.out.yStart - reach, 0, job.src.height));
+        const int to = static_cast<int>(std::clamp<int64_t>(job.out.yEnd + reach, from, job.src.height));
+        plane = {job.src.row(from) + layout.from, layout.to - layout.from, to - from, job.src.stride};
+        yStart = job.out.yStart - from;
     }
-    return static_cast<uint8_t>((rounding == GaussRounding::Up ? total + bell.sum - 1 : total) / bell.sum);
+    ConstPlane8 plane;
+    int yStart;
+};
+
+GaussColumns columnsOf(const GaussJob& job, const GaussPlan& plan, uint8_t* scratch) {
+    const NeededPart part(job, layoutOf(job));
+    return {part.plane, plan, job.columns, part.yStart, scratch};
 }
 
 }  // namespace
 
-int64_t GaussColumns::scratchBytes(int) {
-    return 0;
+GaussRows::Memory::Memory(const GaussJob& job, ScratchCutter& cutter) {
+    const GaussStripLayout layout = layoutOf(job);
+    const ConstPlane8 plane = NeededPart(job, layout).plane;
+    const int rows = std::clamp(job.out.yEnd - job.out.yStart, 0, GaussColumns::kStripRows);
+    lines = cutter.take<uint8_t>(GaussStrip::scratchBytes(*job.bell, layout));
+    columns = cutter.take<uint8_t>(GaussColumns::scratchBytes(*job.bell, plane.width, plane.height));
+    strip = cutter.take<uint8_t>(int64_t{rows} * layout.blocks * kGaussBlock);
+    inked = cutter.take<uint8_t>(layout.blocks);
 }
 
-GaussColumns::GaussColumns(ConstPlane8 src, const GaussBell& bell, GaussRounding rounding, int yStart, uint8_t*)
-    : mSrc(src), mBell(bell), mRounding(rounding), mRow(yStart) {}
-
-void GaussColumns::next(Plane8 dst) {
-    for (int y = 0; y < dst.height; ++y, ++mRow)
-        for (int x = 0; x < mSrc.width; ++x)
-            dst.row(y)[x] = bellAt(mSrc.data + x, mSrc.stride, mSrc.height, mRow, mBell, mRounding);
-}
-
-int64_t gaussRowScratchBytes(const GaussBell&, int, int) {
-    return 0;
-}
-
-void gaussRow8(const uint8_t* row, int width, const GaussBell& bell, GaussRounding rounding, int xStart, int count,
-               uint8_t*, uint8_t* dst) {
-    for (int i = 0; i < count; ++i) dst[i] = bellAt(row, 1, width, int64_t{xStart} + i, bell, rounding);
+GaussRows::Memory GaussRows::memoryFrom(const GaussJob& job, uint8_t* scratch) {
+    ScratchCutter cutter(scratch);
+    return Memory(job, cutter);
 }
 
 int64_t GaussRows::scratchBytes(const GaussJob& job) {
-    return job.src.width + GaussColumns::scratchBytes(job.src.width) +
-           gaussRowScratchBytes(*job.bell, job.src.width, job.out.xEnd - job.out.xStart);
+    ScratchCutter counter;
+    Memory(job, counter);
+    return counter.bytes();
 }
 
-GaussRows::GaussRows(const GaussJob& job, uint8_t* scratch)
-    : mJob(job),
-      mLine(scratch),
-      mRowScratch(mLine + job.src.width),
-      mColumns(job.src, *job.bell, job.columns, job.out.yStart, mRowScratch),
-      mLeft(job.out.yEnd - job.out.yStart) {}
+GaussRows::GaussRows(const GaussJob& job, uint8_t* scratch, const GaussKernels& kernels)
+    : mPlan(makeGaussPlan(*job.bell, kernels)),
+      mMemory(memoryFrom(job, scratch)),
+      mLeft(std::max(job.out.yEnd - job.out.yStart, 0)),
+      mStripRows(0),
+      mTaken(0),
+      mStride(layoutOf(job).blocks * kGaussBlock),
+      mLines(mPlan, job.rows, layoutOf(job), mMemory.lines),
+      mColumns(columnsOf(job, mPlan, mMemory.columns)) {}
 
-int GaussRows::next(Plane8 dst) {
-    const int rows = std::max(std::min(mLeft, dst.height), 0);
-    for (int y = 0; y < rows; ++y) {
-        mColumns.next({mLine, mJob.src.width, 1, mJob.src.width});
-        gaussRow8(mLine, mJob.src.width, *mJob.bell, mJob.rows, mJob.out.xStart, mJob.out.xEnd - mJob.out.xStart,
-                  mRowScratch, dst.row(y));
+void GaussRows::makeStrip() {
+    mStripRows = std::min(GaussColumns::kStripRows, mLeft);
+    mTaken = 0;
+    mLeft -= mStripRows;
+    mColumns.beginStrip(mStripRows);
+    for (int block = 0; block < mColumns.blockCount(); ++block)
+        mMemory.inked[block] = mColumns.makeBlock(block, mMemory.strip + block * kGaussBlock, mStride) ? 1 : 0;
+}
+
+int GaussRows::next(uint8_t* dst, ptrdiff_t stride) {
+    if (mTaken == mStripRows && mLeft > 0) makeStrip();
+    const int rows = std::min(kGaussRows, mStripRows - mTaken);
+    if (rows == 0) return 0;
+    const uint8_t* strip = mMemory.strip + ptrdiff_t{mTaken} * mStride;
+    const GaussStripLayout& layout = mLines.layout();
+    for (int block = 0; block < layout.blocks; ++block) {
+        const int column = block * kGaussBlock;
+        mLines.setBlock(block, mMemory.inked[block] != 0 ? strip + column : nullptr, mStride,
+                        std::min(kGaussBlock, layout.to - layout.from - column), rows);
     }
-    mLeft -= rows;
+    mLines.blur({dst, layout.count, rows, stride});
+    mTaken += rows;
     return rows;
+}
+
+int64_t gaussLinesScratchBytes(const GaussBell& bell, int width, int xStart, int count) {
+    return GaussStrip::scratchBytes(bell, GaussStripLayout(bell, width, xStart, count));
+}
+
+void gaussLinesPlane8(ConstPlane8 src, const GaussPlan& plan, GaussRounding rounding, int xStart, uint8_t* scratch,
+                      Plane8 dst) {
+    GaussStrip strip(plan, rounding, GaussStripLayout(plan.bell, src.width, xStart, dst.width), scratch);
+    const GaussStripLayout& layout = strip.layout();
+    for (int y = 0; y < src.height; y += kGaussRows) {
+        const int rows = std::min(kGaussRows, src.height - y);
+        for (int block = 0; block < layout.blocks; ++block) {
+            const int column = layout.from + block * kGaussBlock;
+            const int columns = std::min(kGaussBlock, layout.to - column);
+            int32_t inkedBefore[kGaussRows + 1];
+            plan.kernels->countInk(src.row(y) + column, src.stride, columns, rows, inkedBefore);
+            strip.setBlock(block, inkedBefore[rows] != 0 ? src.row(y) + column : nullptr, src.stride, columns, rows);
+        }
+        strip.blur({dst.row(y), dst.width, rows, dst.stride});
+    }
 }
 
 }  // namespace QxFontEffect

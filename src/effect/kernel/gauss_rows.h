@@ -3,51 +3,14 @@
 #include <cstdint>
 
 #include "effect/kernel/gauss.h"
-#include "effect/kernel/gauss_weights.h"
+#include "effect/kernel/gauss_columns.h"
+#include "effect/kernel/gauss_kernels.h"
+#include "effect/kernel/gauss_strip.h"
 #include "pixel/plane.h"
 
 namespace QxFontEffect {
 
-/// Which way the division by the weight sum goes. A blur of the complement is the complement of a blur that rounds
-/// the other way, trunc((255 * sum - S) / sum) = 255 - ceil(S / sum): effects that blur what the glyphs leave free
-/// blur the coverage, round up, and need no plane of 255s around it.
-enum class GaussRounding { Down, Up };
-
-/// The vertical pass of a blur, a few rows at a time from top to bottom.
-class GaussColumns {
-public:
-    /// Bytes of scratch for planes of `width` columns, in 64 bits because a job may want more than there is.
-    static int64_t scratchBytes(int width);
-
-    /// @param src      samples above and below it count as 0.
-    /// @param bell     used while the object lives, like src and scratch.
-    /// @param yStart   first row to be taken; may lie outside the plane.
-    /// @param scratch  scratchBytes(src.width) bytes, contents undefined before and after.
-    GaussColumns(ConstPlane8 src, const GaussBell& bell, GaussRounding rounding, int yStart, uint8_t* scratch);
-
-    /// Writes the next `dst.height` rows. @param dst  as wide as src, must not overlap it.
-    void next(Plane8 dst);
-
-private:
-    ConstPlane8 mSrc;
-    const GaussBell& mBell;
-    GaussRounding mRounding;
-    int mRow;
-};
-
-/// Bytes of scratch that `gaussRow8` wants.
-int64_t gaussRowScratchBytes(const GaussBell& bell, int width, int count);
-
-/// The horizontal pass of one row: dst[i] is the blur at column xStart + i.
-///
-/// @param row      `width` samples; those left and right of them count as 0.
-/// @param count    columns wanted; any of them may lie outside the row.
-/// @param scratch  gaussRowScratchBytes(bell, width, count) bytes, contents undefined before and after.
-/// @param dst      `count` samples, must not overlap the others.
-void gaussRow8(const uint8_t* row, int width, const GaussBell& bell, GaussRounding rounding, int xStart, int count,
-               uint8_t* scratch, uint8_t* dst);
-
-/// Both passes over a plane and its surroundings, columns first.
+/// Both passes of a blur over a plane and its surroundings, columns first.
 struct GaussJob {
     ConstPlane8 src;  ///< samples outside it count as 0
     const GaussBell* bell;
@@ -59,21 +22,51 @@ struct GaussJob {
 /// Runs a job, a few rows at a time, so that nobody needs memory for the whole result.
 class GaussRows {
 public:
+    /// Bytes of scratch, in 64 bits because a job may want more than there is.
     static int64_t scratchBytes(const GaussJob& job);
 
-    /// @param scratch  scratchBytes(job) bytes, used while the object lives.
-    GaussRows(const GaussJob& job, uint8_t* scratch);
+    /// @param scratch  scratchBytes(job) bytes, used while the object lives, contents undefined before and after.
+    GaussRows(const GaussJob& job, uint8_t* scratch, const GaussKernels& kernels = gaussKernels());
+    GaussRows(const GaussRows&) = delete;
+    GaussRows& operator=(const GaussRows&) = delete;
 
-    /// Writes the next rows of the wanted part, at most `dst.height` of them, and returns their number: 0 at the end.
+    /// Writes the next kGaussRows rows of the wanted part, or what is left of it, and returns their number: 0 at the
+    /// end.
     /// @param dst  as wide as the part, must not overlap source or scratch.
-    int next(Plane8 dst);
+    int next(uint8_t* dst, ptrdiff_t stride);
 
 private:
-    GaussJob mJob;
-    uint8_t* mLine;
-    uint8_t* mRowScratch;
+    /// What it keeps in scratch.
+    struct Memory {
+        Memory(const GaussJob& job, ScratchCutter& cutter);
+
+        uint8_t* lines;    ///< of mLines
+        uint8_t* columns;  ///< of mColumns
+        uint8_t* strip;    ///< of the vertical pass
+        uint8_t* inked;    ///< a flag per block of the strip
+    };
+    static Memory memoryFrom(const GaussJob& job, uint8_t* scratch);
+
+    void makeStrip();
+
+    GaussPlan mPlan;
+    Memory mMemory;
+    int mLeft;       // rows of the part that are not in the strip yet
+    int mStripRows;  // rows in the strip of the vertical pass ...
+    int mTaken;      // ... and how many of them have been blurred
+    int mStride;     // of the strip
+    GaussStrip mLines;
     GaussColumns mColumns;
-    int mLeft;
 };
+
+/// The horizontal pass alone, of a whole plane of rows.
+///
+/// @param src       rows of src.width samples; those left and right of them count as 0.
+/// @param xStart    column of the first sample of dst; it and any other may lie outside the rows.
+/// @param scratch   gaussLinesScratchBytes(...) bytes, as above.
+/// @param dst       as many rows as src, must not overlap it.
+void gaussLinesPlane8(ConstPlane8 src, const GaussPlan& plan, GaussRounding rounding, int xStart, uint8_t* scratch,
+                      Plane8 dst);
+int64_t gaussLinesScratchBytes(const GaussBell& bell, int width, int xStart, int count);
 
 }  // namespace QxFontEffect

@@ -53,7 +53,7 @@ void expectRangeBlurred(const GuardedPlane8& src, int radius, int peak, GaussRan
         plainBlur(src.view(), test::reference::bell(radius, static_cast<float>(peak)), range, false, false, false);
     for (int y = 0; y < inside.height(); ++y)
         for (int x = 0; x < inside.width(); ++x) want.at(range.xStart + x, range.yStart + y) = inside.at(x, y);
-    std::vector<uint8_t> scratch = scratchOf(static_cast<int64_t>(gaussScratchBytes(bell, src.width())));
+    std::vector<uint8_t> scratch = scratchOf(gaussScratchBytes(bell, src.width(), src.height()));
     gaussBlurPlane8(src.view(), bell, range, scratch.data(), got.view());
     EXPECT_SAME_PLANE(want, got, "width", src.width(), "radius", radius, "peak", peak);
 }
@@ -80,7 +80,7 @@ TEST(GaussBlurPlane, LeavesWhatLiesOutsideTheRange) {
 
 TEST(GaussBlurPlane, FlatStaysFlatAndABlurIsSymmetric) {
     const GaussBell bell = makeGaussBell(7, kSoftPeak);
-    std::vector<uint8_t> scratch = scratchOf(static_cast<int64_t>(gaussScratchBytes(bell, 41)));
+    std::vector<uint8_t> scratch = scratchOf(gaussScratchBytes(bell, 41, 41));
     const GuardedPlane8 flat(41, 41, 201);
     GuardedPlane8 out(41, 41);
     gaussBlurPlane8(flat.view(), bell, {0, 41, 0, 41}, scratch.data(), out.view());
@@ -98,32 +98,145 @@ TEST(GaussBlurPlane, FlatStaysFlatAndABlurIsSymmetric) {
         }
 }
 
+/// Every table of loops that this machine can run.
+std::vector<const GaussKernels*> kernelsHere() {
+    std::vector<const GaussKernels*> kernels = {&gaussKernelsPortable()};
+    if (gaussKernelsAvx2() != nullptr) kernels.push_back(gaussKernelsAvx2());
+    return kernels;
+}
+
+GaussRounding rounding(bool up) {
+    return up ? GaussRounding::Up : GaussRounding::Down;
+}
+
 TEST(GaussRows, PartsBeyondThePlaneInBothRoundings) {
     Rng rng(kSeed + 2);
     for (int i = 0; i < 300; ++i) {
-        const GuardedPlane8 src = test::randomCoverage(rng, rng.between(0, 90), rng.between(0, 50));
+        const GuardedPlane8 src = test::randomCoverage(rng, rng.between(0, 200), rng.between(0, 90));
         const int radius = i < 101 ? i : rng.between(0, 260);
         const int peak = rng.oneIn(2) ? kSoftPeak : kGlowPeak;
         GaussRange out{rng.between(-radius - 30, src.width() + radius), 0,
                        rng.between(-radius - 30, src.height() + radius), 0};
-        out.xEnd = out.xStart + rng.between(0, 80);
-        out.yEnd = out.yStart + rng.between(0, 60);
+        out.xEnd = out.xStart + rng.between(0, 170);
+        out.yEnd = out.yStart + rng.between(0, 100);
         const bool columnsUp = rng.oneIn(2), rowsUp = rng.oneIn(2);
         const GaussBell bell = makeGaussBell(radius, peak);
-        const GaussJob job = {src.view(), &bell, out, columnsUp ? GaussRounding::Up : GaussRounding::Down,
-                              rowsUp ? GaussRounding::Up : GaussRounding::Down};
+        const GaussJob job = {src.view(), &bell, out, rounding(columnsUp), rounding(rowsUp)};
         const GuardedPlane8 want = plainBlur(src.view(), test::reference::bell(radius, static_cast<float>(peak)), out,
                                              true, columnsUp, rowsUp);
-        std::vector<uint8_t> scratch = scratchOf(GaussRows::scratchBytes(job));
-        GaussRows rows(job, scratch.data());
-        GuardedPlane8 got(want.width(), want.height(), 1);
-        int taken = 0;
-        while (const int count = rows.next({got.view().row(taken), want.width(),
-                                            std::min(rng.between(1, 19), want.height() - taken), got.view().stride}))
-            taken += count;
-        EXPECT_EQ(taken, want.height());
-        EXPECT_SAME_PLANE(want, got, "case", i, "radius", radius, "peak", peak);
+        for (const GaussKernels* kernels : kernelsHere()) {
+            std::vector<uint8_t> scratch = scratchOf(GaussRows::scratchBytes(job));
+            GaussRows rows(job, scratch.data(), *kernels);
+            GuardedPlane8 got(want.width(), want.height(), 1);
+            int taken = 0;
+            while (const int count = rows.next(got.view().row(taken), got.view().stride)) taken += count;
+            EXPECT_EQ(taken, want.height());
+            EXPECT_SAME_PLANE(want, got, "case", i, "radius", radius, "peak", peak, kernels->name);
+        }
     }
+}
+
+TEST(GaussRows, WordsAndLinesInBlankSurroundings) {
+    // Ink here and there: most blocks and strips are blank, and their sums have to come back to nothing in between.
+    Rng rng(kSeed + 3);
+    for (int i = 0; i < 12; ++i) {
+        GuardedPlane8 src(500, 250);
+        for (int word = rng.between(0, 3); word > 0; --word) {
+            const int left = rng.between(0, 450), top = rng.between(0, 230);
+            for (int y = top; y < std::min(top + 20, 250); ++y)
+                for (int x = left; x < std::min(left + 60, 500); ++x) src.at(x, y) = rng.byte();
+        }
+        const int radius = rng.between(0, 40);
+        const GaussBell bell = makeGaussBell(radius, kSoftPeak);
+        const GaussRange all = {-radius, 500 + radius, -radius, 250 + radius};
+        const GaussJob job = {std::as_const(src).view(), &bell, all, rounding(i % 2 != 0), rounding(i % 3 == 0)};
+        const GuardedPlane8 want = plainBlur(std::as_const(src).view(), test::reference::bell(radius, 100.0f), all,
+                                             true, i % 2 != 0, i % 3 == 0);
+        for (const GaussKernels* kernels : kernelsHere()) {
+            std::vector<uint8_t> scratch = scratchOf(GaussRows::scratchBytes(job));
+            GaussRows rows(job, scratch.data(), *kernels);
+            GuardedPlane8 got(want.width(), want.height(), 1);
+            for (int taken = 0; const int count = rows.next(got.view().row(taken), got.view().stride);) taken += count;
+            EXPECT_SAME_PLANE(want, got, "case", i, "radius", radius, kernels->name);
+        }
+    }
+}
+
+TEST(GaussLines, HorizontalPassAloneInBothRoundings) {
+    Rng rng(kSeed + 4);
+    for (int i = 0; i < 200; ++i) {
+        const GuardedPlane8 src = test::randomCoverage(rng, rng.between(1, 300), rng.between(1, 40));
+        const int radius = i < 101 ? i : rng.between(0, 400);
+        const test::reference::Bell bell = test::reference::bell(radius, 100.0f);
+        const int xStart = rng.between(-radius - 20, src.width() + radius), up = rng.between(0, 1);
+        GuardedPlane8 want(rng.between(1, 200), src.height()), got(want.width(), src.height(), 7);
+        for (int y = 0; y < want.height(); ++y)
+            for (int x = 0; x < want.width(); ++x) {
+                int64_t total = up != 0 ? bell.sum - 1 : 0;
+                for (int d = -radius; d <= radius; ++d)
+                    if (xStart + x + d >= 0 && xStart + x + d < src.width())
+                        total += bell.at(d) * src.at(xStart + x + d, y);
+                want.at(x, y) = static_cast<uint8_t>(total / bell.sum);
+            }
+        for (const GaussKernels* kernels : kernelsHere()) {
+            const GaussPlan plan = makeGaussPlan(makeGaussBell(radius, kSoftPeak), *kernels);
+            std::vector<uint8_t> scratch =
+                scratchOf(gaussLinesScratchBytes(plan.bell, src.width(), xStart, want.width()));
+            gaussLinesPlane8(src.view(), plan, rounding(up != 0), xStart, scratch.data(), got.view());
+            EXPECT_SAME_PLANE(want, got, "case", i, "radius", radius, kernels->name);
+        }
+    }
+}
+
+TEST(GaussQuotient, DividesEverySumOfEveryRadius) {
+    for (const int peak : {kSoftPeak, kGlowPeak})
+        for (int radius = 0; radius <= 100; ++radius) {
+            const GaussPlan plan = makeGaussPlan(makeGaussBell(radius, peak));
+            const int32_t sum = plan.bell.sum;
+            ASSERT_TRUE(plan.quotient.isSmall);
+            // What rounding up adds included.
+            for (int32_t total = 0; total < 256 * sum; ++total) {
+                const float product = (static_cast<float>(total) + 0.5f) * plan.quotient.inverse;
+                ASSERT_EQ(static_cast<int32_t>(product), total / sum) << radius << " " << total;
+            }
+        }
+}
+
+TEST(GaussDirect, DividesEverySumOfTheNarrowBells) {
+    for (const int peak : {kSoftPeak, kGlowPeak})
+        for (int radius = 0; radius <= GaussDirect::kMaxRadius; ++radius) {
+            const GaussBell bell = makeGaussBell(radius, peak);
+            const GaussDirect direct = makeGaussDirect(bell);
+            if (!direct.isPossible) continue;
+            for (int32_t total = 0; total < 256 * bell.sum; ++total) {
+                const int32_t n = direct.isHalved ? total / 2 : total;
+                ASSERT_LT(n, 65536);
+                ASSERT_EQ((n >> direct.before) * int64_t{direct.multiplier} >> 16 >> direct.after, total / bell.sum)
+                    << radius << " " << total;
+            }
+        }
+    EXPECT_TRUE(makeGaussDirect(makeGaussBell(5, kSoftPeak)).isPossible);
+}
+
+TEST(GaussTaps, EverySplitIsTheBell) {
+    for (const int peak : {kSoftPeak, kGlowPeak})
+        for (int radius = 0; radius <= 300; ++radius) {
+            const GaussBell bell = makeGaussBell(radius, peak);
+            const GaussTaps taps = makeGaussTaps(bell);
+            std::vector<int> heights(static_cast<size_t>(radius) + 2);
+            int base = 0;
+            for (int reach = 0; reach <= radius + 1; ++reach) {
+                int single = 0;
+                for (int t = 0; t < taps.count; ++t)
+                    if (taps.taps[t].distance == reach) (taps.taps[t].ofTotals ? base : single) += taps.taps[t].height;
+                heights[static_cast<size_t>(reach)] = base + single;
+            }
+            std::vector<int> wanted(heights.size());
+            for (int b = 0; b < bell.boxCount; ++b)
+                wanted[static_cast<size_t>(bell.boxes[b].reach)] = bell.boxes[b].height;
+            ASSERT_EQ(heights, wanted) << radius;
+            ASSERT_LE(taps.count, bell.boxCount + GaussProgram::kSpareTaps) << radius;
+        }
 }
 
 }  // namespace

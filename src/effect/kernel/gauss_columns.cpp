@@ -1,0 +1,130 @@
+#include "effect/kernel/gauss_columns.h"
+
+#include <algorithm>
+
+namespace QxFontEffect {
+namespace {
+
+int blocksOf(int width) {
+    return (width + kGaussBlock - 1) / kGaussBlock;
+}
+
+int columnsOf(ConstPlane8 src, int block) {
+    return std::min(kGaussBlock, src.width - block * kGaussBlock);
+}
+
+/// Rows of a window: a row of zeros, then those under the taps of a strip and one more before them, where totals start.
+int64_t windowRows(const GaussBell& bell, int height) {
+    return 1 + std::min<int64_t>(height, int64_t{2} * bell.radius + 2 + GaussColumns::kStripRows);
+}
+
+}  // namespace
+
+GaussColumns::Memory GaussColumns::memoryFrom(uint8_t* scratch, const GaussBell& bell, ConstPlane8 src) {
+    ScratchCutter cutter(scratch);
+    return Memory(bell, src.width, src.height, cutter);
+}
+
+GaussColumns::Memory::Memory(const GaussBell& bell, int width, int height, ScratchCutter& cutter)
+    : programs(cutter.take<GaussRowProgram>(kStripRows)),
+      inkedBefore(cutter.take<int32_t>(blocksOf(width) * (int64_t{height} + 1))),
+      sums(cutter.take<int32_t>(int64_t{blocksOf(width)} * kGaussBlock)),
+      innerProgram(cutter.take<int32_t>(GaussProgram::maxWords(bell))),
+      edgePrograms(cutter.take<int32_t>(int64_t{kStripRows} * GaussProgram::maxWords(bell))),
+      window(cutter.take<uint16_t>(windowRows(bell, height) * kGaussBlockRow)) {}
+
+int64_t GaussColumns::scratchBytes(const GaussBell& bell, int width, int height) {
+    ScratchCutter counter;
+    Memory(bell, width, height, counter);
+    return counter.bytes();
+}
+
+GaussColumns::GaussColumns(ConstPlane8 src, const GaussPlan& plan, GaussRounding rounding, int yStart, uint8_t* scratch)
+    : mSrc(src),
+      mPlan(plan),
+      mBlocks(blocksOf(src.width)),
+      mRow(yStart),
+      mRows(0),
+      mEmptySum(plan.emptySum(rounding)),
+      mTop(0),
+      mBottom(0),
+      mMemory(memoryFrom(scratch, plan.bell, src)) {
+    const int64_t reach = int64_t{plan.bell.radius} + 2;
+    plan.writeProgram({kGaussBlockRow, 0, kGaussBlock, -reach, reach}, 0, mMemory.innerProgram);
+    std::fill_n(mMemory.window, kGaussBlockRow, uint16_t{0});
+    for (int block = 0; block < mBlocks; ++block) {
+        plan.kernels->countInk(src.data + block * kGaussBlock, src.stride, columnsOf(src, block), src.height,
+                               mMemory.inkedBefore + int64_t{block} * (int64_t{src.height} + 1));
+        if (!plan.direct.isPossible) startSums(block);
+    }
+}
+
+/// Whether ink lies under the bell of one of these rows.
+bool GaussColumns::mayBeInked(int block, int64_t firstRow, int64_t lastRow) const {
+    const int64_t height = mSrc.height;
+    const int32_t* before = mMemory.inkedBefore + block * (height + 1);
+    const int64_t first = std::clamp<int64_t>(firstRow - mPlan.bell.radius, 0, height);
+    const int64_t end = std::clamp<int64_t>(lastRow + mPlan.bell.radius + 1, first, height);
+    return before[first] != before[end];
+}
+
+/// Brings the sums of a block to the row above the first one, by growing each box out of the one inside it.
+void GaussColumns::startSums(int block) {
+    int32_t* sums = mMemory.sums + block * kGaussBlock;
+    int32_t values[kGaussBlock];
+    std::fill_n(values, kGaussBlock, mEmptySum);
+    const int64_t y = int64_t{mRow} - 1;
+    if (!mayBeInked(block, y, y)) {
+        mPlan.kernels->startSums(mPlan, values, sums);
+        return;
+    }
+
+    const int columns = columnsOf(mSrc, block);
+    int32_t box[kGaussBlock] = {}, total[kGaussBlock] = {};
+    const auto add = [&](int64_t row) {
+        if (row < 0 || row >= mSrc.height) return;
+        const uint8_t* samples = mSrc.row(static_cast<int>(row)) + block * kGaussBlock;
+        for (int x = 0; x < columns; ++x) box[x] += samples[x];
+    };
+    int reach = 0;
+    add(y);
+    for (int b = 0; b < mPlan.bell.boxCount; ++b) {
+        while (reach < mPlan.bell.boxes[b].reach) {
+            ++reach;
+            add(y - reach);
+            add(y + reach);
+        }
+        for (int x = 0; x < columns; ++x) total[x] += mPlan.bell.boxes[b].height * box[x];
+    }
+    for (int x = 0; x < columns; ++x) values[x] += total[x];
+    mPlan.kernels->startSums(mPlan, values, sums);
+}
+
+void GaussColumns::beginStrip(int rows) {
+    mRow += mRows;
+    mRows = rows;
+    const int64_t radius = mPlan.bell.radius;
+    mTop = static_cast<int>(std::clamp<int64_t>(mRow - 2 - radius, 0, mSrc.height));
+    mBottom = static_cast<int>(std::clamp<int64_t>(int64_t{mRow} + rows + radius, mTop, mSrc.height));
+    int32_t* next = mMemory.edgePrograms;
+    for (int row = 0; row < rows; ++row) {
+        const int64_t first = mTop - (int64_t{mRow} + row), last = mBottom - 1 - (int64_t{mRow} + row);
+        const bool isInner = first <= -2 - radius && last >= radius;
+        const int64_t base = kGaussBlockRow * (1 - first);
+        mMemory.programs[row] = {isInner ? mMemory.innerProgram : next, base};
+        if (!isInner) next += mPlan.writeProgram({kGaussBlockRow, 0, kGaussBlock, first, last}, -base, next);
+    }
+}
+
+bool GaussColumns::makeBlock(int block, uint8_t* out, ptrdiff_t stride) {
+    // The row before counts too: its sums have to be brought down to those of an empty plane.
+    if (!mayBeInked(block, int64_t{mRow} - 1, int64_t{mRow} + mRows - 1)) return false;
+    const int columns = columnsOf(mSrc, block);
+    mPlan.kernels->widen(mSrc.row(mTop) + block * kGaussBlock, mSrc.stride, columns, mBottom - mTop, mPlan.usesTotals(),
+                         mMemory.window + kGaussBlockRow, kGaussBlockRow);
+    mPlan.kernels->columns(mPlan, {mMemory.window, mMemory.programs, mRows, columns, mEmptySum,
+                                   mMemory.sums + block * kGaussBlock, out, stride});
+    return true;
+}
+
+}  // namespace QxFontEffect

@@ -1,0 +1,348 @@
+// The loops of gauss_kernels.h, included once per instruction set. Everything is internal to the including file, and
+// nothing inline from another header is called: a copy of it compiled for a newer processor could replace the one that
+// all processors run.
+
+#include "effect/kernel/gauss_program_body.h"
+
+namespace QxFontEffect {
+namespace {
+
+using HalfBytes = uint8_t __attribute__((vector_size(kVectorBytes / 2)));
+
+inline U16s widened(const uint8_t* at) {
+#if defined(__AVX2__)
+    // The compiler makes five operations of the conversion.
+    return (U16s)_mm256_cvtepu8_epi16(loadVector<__m128i>(at));
+#else
+    return __builtin_convertvector(loadVector<HalfBytes>(at), U16s);
+#endif
+}
+
+/// Stores some vectors of samples below 256 as bytes.
+template <int vectors>
+inline void storeSamples(uint8_t* at, const U16s* words) {
+#if defined(__AVX2__)
+    if (vectors % 2 == 0) {
+        for (int i = 0; i + 1 < vectors; i += 2) {
+            const __m256i packed = _mm256_packus_epi16((__m256i)words[i], (__m256i)words[i + 1]);
+            storeVector(at + i * kU16Lanes, _mm256_permute4x64_epi64(packed, 0xD8));
+        }
+        return;
+    }
+#endif
+    for (int i = 0; i < vectors; ++i) storeVector(at + i * kU16Lanes, __builtin_convertvector(words[i], HalfBytes));
+}
+
+/// Makes some vectors of one row of the vertical pass by running sums, which lie in `memory` between rows.
+template <typename Sums, int vectors>
+inline void makeColumns(const GaussPlan& plan, const int32_t* program, const uint16_t* base, Sums* memory,
+                        uint8_t* out) {
+    U16s words[vectors];
+    runProgram<vectors>(program, base, kU16Lanes, words);
+    for (int i = 0; i < vectors; ++i) {
+        Sums sums = memory[i];
+        sums.add(words[i]);
+        memory[i] = sums;
+        words[i] = sums.quotients(plan.quotient);
+    }
+    storeSamples<vectors>(out, words);
+}
+
+template <typename Sums>
+void columnsBySums(const GaussPlan& plan, const GaussColumnsBlock& block) {
+    Sums* sums = reinterpret_cast<Sums*>(block.sums);
+    for (int row = 0; row < block.rowCount; ++row) {
+        const int32_t* program = block.rows[row].program;
+        const uint16_t* base = block.window + block.rows[row].base;
+        uint8_t* out = block.out + row * block.outStride;
+        int column = 0;
+        for (; column + (kVectors - 1) * kU16Lanes < block.columns; column += kVectors * kU16Lanes)
+            makeColumns<Sums, kVectors>(plan, program, base + column, sums + column / kU16Lanes, out + column);
+        for (; column < block.columns; column += kU16Lanes)
+            makeColumns<Sums, 1>(plan, program, base + column, sums + column / kU16Lanes, out + column);
+    }
+}
+
+/// Makes `count` samples of one row by a narrow bell: four vectors at a time, and one at a time where fewer are left.
+/// At least as many samples are written, less than a vector more.
+inline void makeDirect(const GaussPlan& plan, const int32_t* program, const uint16_t* base, int count, int32_t emptySum,
+                       uint8_t* out) {
+    U16s words[kVectors];
+    int x = 0;
+    for (; x + (kVectors - 1) * kU16Lanes < count; x += kVectors * kU16Lanes) {
+        runDirect<kVectors>(plan.direct, program, base + x, kU16Lanes, emptySum, words);
+        storeSamples<kVectors>(out + x, words);
+    }
+    for (; x < count; x += kU16Lanes) {
+        runDirect<1>(plan.direct, program, base + x, kU16Lanes, emptySum, words);
+        storeSamples<1>(out + x, words);
+    }
+}
+
+void columnsDirect(const GaussPlan& plan, const GaussColumnsBlock& block) {
+    for (int row = 0; row < block.rowCount; ++row)
+        makeDirect(plan, block.rows[row].program, block.window + block.rows[row].base, block.columns, block.emptySum,
+                   block.out + row * block.outStride);
+}
+
+/// Sets the sums of a block from `values`, in the order of the columns.
+template <typename Sums>
+void setSums(const int32_t* values, int32_t* memory) {
+    Sums* sums = reinterpret_cast<Sums*>(memory);
+    for (int i = 0; i < kGaussBlock / kU16Lanes; ++i) {
+        I32s even{}, odd{};
+        for (int lane = 0; lane < kFloatLanes; ++lane) {
+            even[lane] = values[i * kU16Lanes + 2 * lane];
+            odd[lane] = values[i * kU16Lanes + 2 * lane + 1];
+        }
+        sums[i] = Sums(even, odd);
+    }
+}
+
+/// The sums of the rows at a column, by growing each box of the bell out of the one inside it.
+template <typename Sums>
+inline Sums sumsAt(const GaussBell& bell, const uint16_t* column, int32_t emptySum) {
+    I32s boxEven = evenOf(wordsAt(column)), boxOdd = oddOf(wordsAt(column));
+    I32s even = I32s{} + emptySum, odd = even;
+    int reach = 0;
+    for (int b = 0; b < bell.boxCount; ++b) {
+        for (; reach < bell.boxes[b].reach; ++reach) {
+            const ptrdiff_t step = ptrdiff_t{reach + 1} * kGaussColumn;
+            const U16s both = wordsAt(column + step) + wordsAt(column - step);
+            boxEven += evenOf(both);
+            boxOdd += oddOf(both);
+        }
+        even += boxEven * bell.boxes[b].height;
+        odd += boxOdd * bell.boxes[b].height;
+    }
+    return Sums(even, odd);
+}
+
+/// Totals of the columns first .. last. The column before them gets the total 0.
+inline void sumUp(uint16_t* column, int64_t first, int64_t last) {
+    U16s total = {};
+    uint16_t* at = column + (first - 1) * kGaussColumn;
+    storeVector(at + kGaussRows, total);
+    for (int64_t x = first; x <= last; ++x) {
+        at += kGaussColumn;
+        total += wordsAt(at);
+        storeVector(at + kGaussRows, total);
+    }
+}
+
+// Vectors of 32 bytes are used as two of 16 bytes side by side: that is what their processors shuffle cheaply.
+#if defined(__AVX2__)
+inline U16s interleavedLow(U16s a, U16s b) {
+    return __builtin_shufflevector(a, b, 0, 16, 1, 17, 2, 18, 3, 19, 8, 24, 9, 25, 10, 26, 11, 27);
+}
+inline U16s interleavedHigh(U16s a, U16s b) {
+    return __builtin_shufflevector(a, b, 4, 20, 5, 21, 6, 22, 7, 23, 12, 28, 13, 29, 14, 30, 15, 31);
+}
+/// The even bytes of each half, then its odd ones.
+inline U8s evenThenOdd(U8s v) {
+    return __builtin_shufflevector(v, v, 0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15, 16, 18, 20, 22, 24, 26,
+                                   28, 30, 17, 19, 21, 23, 25, 27, 29, 31);
+}
+#else
+inline U16s interleavedLow(U16s a, U16s b) {
+    return __builtin_shufflevector(a, b, 0, 8, 1, 9, 2, 10, 3, 11);
+}
+inline U16s interleavedHigh(U16s a, U16s b) {
+    return __builtin_shufflevector(a, b, 4, 12, 5, 13, 6, 14, 7, 15);
+}
+inline U8s evenThenOdd(U8s v) {
+    return __builtin_shufflevector(v, v, 0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15);
+}
+#endif
+
+/// Transposes the 8 x 8 words of eight vectors, in each half of them: three rounds of interleaving the first four with
+/// the last four bring lane i of vector j to lane j of vector i.
+inline void transpose8(U16s* v) {
+    for (int round = 0; round < 3; ++round) {
+        U16s mixed[8];
+        for (int i = 0; i < 4; ++i) {
+            mixed[2 * i] = interleavedLow(v[i], v[i + 4]);
+            mixed[2 * i + 1] = interleavedHigh(v[i], v[i + 4]);
+        }
+        for (int i = 0; i < 8; ++i) v[i] = mixed[i];
+    }
+}
+
+constexpr int kTile = 16;
+
+/// Writes kTile columns of quotients, a row a lane, as rows of bytes.
+inline void storeTile(const U16s* columns, uint8_t* out, ptrdiff_t stride) {
+    // Columns j and j + 8 share the words of a vector; once transposed, a row is c0 c8 c1 c9 ... c7 c15.
+    U16s rows[8];
+    for (int j = 0; j < 8; ++j) rows[j] = columns[j] | columns[j + 8] << 8;
+    transpose8(rows);
+    for (int i = 0; i < 8; ++i) {
+        const U8s bytes = evenThenOdd((U8s)rows[i]);
+        std::memcpy(out + i * stride, &bytes, kTile);
+        if (kVectorBytes == 32)
+            std::memcpy(out + (i + 8) * stride, reinterpret_cast<const uint8_t*>(&bytes) + kVectorBytes / 2, kTile);
+    }
+}
+
+/// Writes the first `width` columns and `rows` rows of a tile.
+inline void storeTilePart(const U16s* columns, int width, int rows, uint8_t* out, ptrdiff_t stride) {
+    if (width >= kTile && rows >= kU16Lanes) {
+        storeTile(columns, out, stride);
+        return;
+    }
+    uint8_t tile[kU16Lanes * kTile];
+    storeTile(columns, tile, kTile);
+    const size_t bytes = static_cast<size_t>(width < kTile ? width : kTile);
+    for (int y = 0; y < rows && y < kU16Lanes; ++y) std::memcpy(out + y * stride, tile + y * kTile, bytes);
+}
+
+template <typename Sums>
+void linesBySums(const GaussPlan& plan, const GaussLinesRun& run) {
+    const int64_t tiled = (run.count + kTile - 1) / kTile * int64_t{kTile};
+    for (int first = 0; first < run.rows; first += kU16Lanes) {
+        uint16_t* columns = run.samples + first;
+        if (plan.taps.usesTotals) sumUp(columns, -1 - int64_t{plan.bell.radius}, tiled + plan.bell.radius - 1);
+        Sums sums = run.isFirst ? sumsAt<Sums>(plan.bell, columns - kGaussColumn, run.emptySum) : Sums(run.emptySum);
+        for (int x = 0; x < run.count; x += kTile) {
+            U16s quotients[kTile];
+            for (int column = 0; column < kTile; column += kVectors) {
+                U16s change[kVectors];
+                runProgram<kVectors>(run.program, columns + ptrdiff_t{x + column} * kGaussColumn, kGaussColumn, change);
+                for (int i = 0; i < kVectors; ++i) {
+                    sums.add(change[i]);
+                    quotients[column + i] = sums.quotients(plan.quotient);
+                }
+            }
+            storeTilePart(quotients, run.count - x, run.rows - first, run.out + first * run.outStride + x,
+                          run.outStride);
+        }
+    }
+}
+
+void linesDirect(const GaussPlan& plan, const GaussLinesRun& run) {
+    const int whole = run.count / kU16Lanes * kU16Lanes;
+    for (int y = 0; y < run.rows; ++y) {
+        const uint16_t* samples = run.samples + y * run.rowStride;
+        uint8_t* out = run.out + y * run.outStride;
+        makeDirect(plan, run.program, samples, whole, run.emptySum, out);
+        if (whole == run.count) continue;
+        uint8_t rest[kU16Lanes];
+        makeDirect(plan, run.program, samples + whole, 1, run.emptySum, rest);
+        std::memcpy(out + whole, rest, static_cast<size_t>(run.count - whole));
+    }
+}
+
+inline bool anyOf(const uint8_t* src, int count) {
+    U8s seen = {};
+    int x = 0;
+    for (; x + kVectorBytes <= count; x += kVectorBytes) seen |= loadVector<U8s>(src + x);
+    uint8_t any = 0;
+    for (; x < count; ++x) any = static_cast<uint8_t>(any | src[x]);
+    return any != 0 || !noBitsSet(seen);
+}
+
+void countInk(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int32_t* before) {
+    int32_t count = before[0] = 0;
+    for (int y = 0; y < rows; ++y, src += stride) {
+        // Whole blocks apart: a count that the compiler knows leaves no loops.
+        const bool inked = columns == kGaussBlock ? anyOf(src, kGaussBlock) : anyOf(src, columns);
+        before[y + 1] = count += inked ? 1 : 0;
+    }
+}
+
+template <bool withTotals>
+inline void widenRows(const uint8_t* src, ptrdiff_t stride, int rows, uint16_t* dst, int64_t dstStride) {
+    U16s totals[kGaussBlock / kU16Lanes] = {};
+    for (int y = 0; y < rows; ++y, src += stride, dst += dstStride)
+        for (int i = 0; i < kGaussBlock / kU16Lanes; ++i) {
+            const U16s words = widened(src + i * kU16Lanes);
+            storeVector(dst + i * kU16Lanes, words);
+            if (!withTotals) continue;
+            totals[i] += words;
+            storeVector(dst + kGaussBlock + i * kU16Lanes, totals[i]);
+        }
+}
+
+void widenBlock(const uint8_t* src, ptrdiff_t stride, int columns, int rows, bool withTotals, uint16_t* dst,
+                int64_t dstStride) {
+    if (columns == kGaussBlock) {
+        if (withTotals)
+            widenRows<true>(src, stride, rows, dst, dstStride);
+        else
+            widenRows<false>(src, stride, rows, dst, dstStride);
+        return;
+    }
+    for (int y = 0; y < rows; ++y, src += stride, dst += dstStride) {
+        uint8_t whole[kGaussBlock];
+        std::memset(whole, 0, sizeof whole);
+        std::memcpy(whole, src, static_cast<size_t>(columns));
+        widenRows<false>(whole, 0, 1, dst, 0);
+        if (!withTotals) continue;
+        for (int x = 0; x < kGaussBlock; x += kU16Lanes) {
+            uint16_t* total = dst + kGaussBlock + x;
+            storeVector(total, y == 0 ? wordsAt(dst + x) : wordsAt(total - dstStride) + wordsAt(dst + x));
+        }
+    }
+}
+
+/// Turns kGaussRows rows of kGaussBlock bytes, a tile of 16 columns at a time.
+inline void turnRows(const uint8_t* src, ptrdiff_t stride, uint16_t* strip) {
+    for (int x = 0; x < kGaussBlock; x += kTile)
+        for (int first = 0; first < kGaussRows; first += kU16Lanes) {
+            U8s rows[8];
+            for (int i = 0; i < 8; ++i) {
+                const uint8_t* row = src + (first + i) * stride + x;
+                uint8_t* halves = reinterpret_cast<uint8_t*>(&rows[i]);
+                std::memcpy(halves, row, kTile);
+                if (kVectorBytes == 32) std::memcpy(halves + kVectorBytes / 2, row + 8 * stride, kTile);
+            }
+            // Words are pairs of neighbouring columns until they are transposed.
+            U16s pairs[8];
+            for (int i = 0; i < 8; ++i) pairs[i] = (U16s)rows[i];
+            transpose8(pairs);
+            for (int i = 0; i < 8; ++i) {
+                uint16_t* column = strip + (x + 2 * i) * kGaussColumn + first;
+                storeVector(column, pairs[i] & 255);
+                storeVector(column + kGaussColumn, pairs[i] >> 8);
+            }
+        }
+}
+
+void turnBlock(const uint8_t* src, ptrdiff_t stride, int columns, int rows, uint16_t* strip) {
+    if (columns == kGaussBlock && rows == kGaussRows) {
+        turnRows(src, stride, strip);
+        return;
+    }
+    uint8_t whole[kGaussRows * kGaussBlock];
+    std::memset(whole, 0, sizeof whole);
+    for (int y = 0; y < rows; ++y) std::memcpy(whole + y * kGaussBlock, src + y * stride, static_cast<size_t>(columns));
+    turnRows(whole, kGaussBlock, strip);
+}
+
+void columnsBlock(const GaussPlan& plan, const GaussColumnsBlock& block) {
+    if (plan.direct.isPossible)
+        columnsDirect(plan, block);
+    else if (plan.quotient.isSmall)
+        columnsBySums<SmallSums>(plan, block);
+    else
+        columnsBySums<LargeSums>(plan, block);
+}
+
+void linesRun(const GaussPlan& plan, const GaussLinesRun& run) {
+    if (plan.direct.isPossible)
+        linesDirect(plan, run);
+    else if (plan.quotient.isSmall)
+        linesBySums<SmallSums>(plan, run);
+    else
+        linesBySums<LargeSums>(plan, run);
+}
+
+void startSums(const GaussPlan& plan, const int32_t* values, int32_t* sums) {
+    if (plan.quotient.isSmall)
+        setSums<SmallSums>(values, sums);
+    else
+        setSums<LargeSums>(values, sums);
+}
+
+}  // namespace
+}  // namespace QxFontEffect
