@@ -74,7 +74,8 @@ int QxBevel::partialBlur(void* work) {
 }
 
 void QxBevel::blur(unsigned char* src, unsigned char* dst, int width, int height, int radius) {
-    BevelBlurWork work{src, dst, width, radius, radius, width - radius, radius, height - radius};
+    const int frame = std::max(radius, 0);  // below 0 is a copy like 0, not a range beyond the map
+    BevelBlurWork work{src, dst, width, frame, frame, width - frame, frame, height - frame};
     partialBlur(&work);
 }
 
