@@ -21,9 +21,6 @@ namespace qxbench::plain {
 void blur(QxFontEffect::ConstPlane8 src, int radius, int peak, QxFontEffect::Plane8 dst);
 /// Exact distances up to `radius` from pixels with coverage.
 void distances(QxFontEffect::ConstPlane8 ink, int radius, QxFontEffect::PlaneF map);
-/// Distances up to `radius` from the outline within a pixel.
-void outlineDistances(QxFontEffect::ConstPlane8 ink, int radius, QxFontEffect::PlaneF map);
-
 void outerShadow(const QxFontEffect::QxOuterShadowProperty& property, const QxFontEffect::ParamPostProcessing& p);
 void innerShadow(const QxFontEffect::QxInnerShadowProperty& property, const QxFontEffect::ParamPostProcessing& p);
 void outerGlow(const QxFontEffect::QxOuterGlowProperty& property, const QxFontEffect::ParamPostProcessing& p);

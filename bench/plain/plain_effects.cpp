@@ -63,20 +63,6 @@ void distances(ConstPlane8 ink, int radius, PlaneF map) {
         }
 }
 
-void outlineDistances(ConstPlane8 ink, int radius, PlaneF map) {
-    std::vector<float> values(static_cast<size_t>(ink.width) * static_cast<size_t>(ink.height));
-    for (int y = 0; y < ink.height; ++y)
-        for (int x = 0; x < ink.width; ++x) {
-            const float v = static_cast<float>(ink.row(y)[x]) / 254.99f;
-            values[static_cast<size_t>(y * ink.width + x)] = v <= 0.001f ? static_cast<float>(radius)
-                                                             : v < 1.0f  ? 1.0f - v
-                                                                         : 0.0f;
-        }
-    reference::refine(values, ink.width, ink.height, radius);
-    for (int y = 0; y < ink.height; ++y)
-        std::copy_n(&values[static_cast<size_t>(y * ink.width)], ink.width, map.row(y));
-}
-
 void outerShadow(const QxOuterShadowProperty& property, const ParamPostProcessing& p) {
     reference::outerShadow(property, p);
 }

@@ -80,25 +80,12 @@ Row distanceRow(const Mask& mask, int radius) {
             }};
 }
 
-Row outlineDistanceRow(const Mask& mask, int radius) {
-    return {"outline distance", mask.name, std::to_string(radius), mask.pixels(), [&mask, radius] {
-                const auto scene = std::make_shared<DistanceScene>(mask);
-                const PlaneF map{scene->map.data(), mask.width, mask.height, mask.width};
-                Case work;
-                work.ours = [scene, &mask, radius, map] { outlineDistances({mask.plane(), 0, 0}, false, radius, map); };
-                work.plain = [scene, &mask, radius, map] { plain::outlineDistances(mask.plane(), radius, map); };
-                work.result = [scene] { return scene->map; };
-                return work;
-            }};
-}
-
 }  // namespace
 
 void addKernelRows(const std::vector<Mask>& masks, Rows& rows) {
     for (const Mask& mask : masks) {
         for (const int radius : {5, 20, 100}) rows.push_back(blurRow(mask, radius));
         for (const int radius : {11, 34, 68}) rows.push_back(distanceRow(mask, radius));
-        for (const int radius : {7, 22}) rows.push_back(outlineDistanceRow(mask, radius));
     }
 }
 
