@@ -77,7 +77,7 @@ void QxInnerShadow::doPostProcessing(ParamPostProcessing* p) {
     // Only what the shift brings under the ink is blurred.
     const GaussPlan plan = makeGaussPlan(makeGaussBell(radius, kSoftPeak));
     const int width = seen.xEnd - seen.xStart;
-    const int softTop = std::clamp(seen.yStart - shift.dy - radius - 2, 0, ink.height);
+    const int softTop = std::clamp(seen.yStart - shift.dy - radius - 3, 0, ink.height);
     const int softBottom = std::clamp(seen.yEnd - shift.dy + radius, softTop, ink.height);
     const int softRows = softBottom - softTop;
     const int xStart = seen.xStart - shift.dx;

@@ -106,7 +106,7 @@ void drawGlow(const ParamPostProcessing& p, const QxGlowProperty& property, Glow
                           moved(blurred, toPlane, toPlane),
                           columns,
                           GaussRounding::Down};
-    Scratch<uint8_t> work(std::max(boxGrowScratchBytes(planeWidth), GaussRows::scratchBytes(job)));
+    Scratch<uint8_t> work(std::max(boxGrowScratchBytes(planeWidth, lengths.passes), GaussRows::scratchBytes(job)));
     Scratch<uint8_t> grey(width, kGaussRows);
     Scratch<uint32_t> strip(width, kGaussRows);
     if (!grown || !work || !grey || !strip) return;
@@ -143,7 +143,7 @@ void makeGlowRamp(const QxGlowProperty* property, uint32_t* lut, float range, in
 
 void growGlow(uint8_t* buffer, int passes, int width, int height) {
     if (buffer == nullptr || width < 1 || height < 1) return;
-    Scratch<uint8_t> rows(boxGrowScratchBytes(width));
+    Scratch<uint8_t> rows(boxGrowScratchBytes(width, passes));
     if (rows) growByBoxPlane8({buffer, width, height, width}, passes, rows.data());
 }
 

@@ -13,9 +13,17 @@ int columnsOf(ConstPlane8 src, int block) {
     return std::min(kGaussBlock, src.width - block * kGaussBlock);
 }
 
-/// Rows of a window: a row of zeros, then those under the taps of a strip and one more before them, where totals start.
+/// Rows of a window: a row of zeros, then those under the taps of a strip, from the radius and three above its first
+/// row on. Second totals go on growing below the plane, so that all of them are there.
 int64_t windowRows(const GaussBell& bell, int height) {
-    return 1 + std::min<int64_t>(height, int64_t{2} * bell.radius + 2 + GaussColumns::kStripRows);
+    const int64_t rows = int64_t{2} * bell.radius + 3 + GaussColumns::kStripRows;
+    return 1 + (bell.radius <= GaussTaps::kMaxSecondRadius ? rows : std::min<int64_t>(height, rows));
+}
+
+/// What the programs of a block's rows read. Blocks with second totals have no samples.
+GaussPlaces placesIn(const GaussPlan& plan, int64_t first, int64_t last, int64_t zero) {
+    if (plan.highest() == GaussTaps::kSecondTotals) return {kGaussBlockRow, {0, 0, kGaussBlock}, first, last, zero};
+    return {kGaussBlockRow, {0, kGaussBlock, 0}, first, last, zero};
 }
 
 }  // namespace
@@ -48,9 +56,10 @@ GaussColumns::GaussColumns(ConstPlane8 src, const GaussPlan& plan, GaussRounding
       mEmptySum(plan.emptySum(rounding)),
       mTop(0),
       mBottom(0),
+      mRowsBelow(0),
       mMemory(memoryFrom(scratch, plan.bell, src)) {
-    const int64_t reach = int64_t{plan.bell.radius} + 2;
-    plan.writeProgram({kGaussBlockRow, 0, kGaussBlock, -reach, reach}, 0, mMemory.innerProgram);
+    const int64_t reach = int64_t{plan.bell.radius} + 3;
+    plan.writeProgram(placesIn(plan, -reach, reach, kNoPlace), mMemory.innerProgram);
     std::fill_n(mMemory.window, kGaussBlockRow, uint16_t{0});
     for (int block = 0; block < mBlocks; ++block) {
         plan.kernels->countInk(src.data + block * kGaussBlock, src.stride, columnsOf(src, block), src.height,
@@ -104,15 +113,18 @@ void GaussColumns::beginStrip(int rows) {
     mRow += mRows;
     mRows = rows;
     const int64_t radius = mPlan.bell.radius;
-    mTop = static_cast<int>(std::clamp<int64_t>(mRow - 2 - radius, 0, mSrc.height));
+    mTop = static_cast<int>(std::clamp<int64_t>(mRow - 3 - radius, 0, mSrc.height));
     mBottom = static_cast<int>(std::clamp<int64_t>(int64_t{mRow} + rows + radius, mTop, mSrc.height));
+    mRowsBelow = mPlan.highest() == GaussTaps::kSecondTotals
+                     ? static_cast<int>(std::max<int64_t>(int64_t{mRow} + rows + radius - mBottom, 0))
+                     : 0;
     int32_t* next = mMemory.edgePrograms;
     for (int row = 0; row < rows; ++row) {
-        const int64_t first = mTop - (int64_t{mRow} + row), last = mBottom - 1 - (int64_t{mRow} + row);
-        const bool isInner = first <= -2 - radius && last >= radius;
+        const int64_t y = int64_t{mRow} + row, first = mTop - y, last = int64_t{mBottom} + mRowsBelow - 1 - y;
+        const bool isInner = first <= -3 - radius && last >= radius;
         const int64_t base = kGaussBlockRow * (1 - first);
         mMemory.programs[row] = {isInner ? mMemory.innerProgram : next, base};
-        if (!isInner) next += mPlan.writeProgram({kGaussBlockRow, 0, kGaussBlock, first, last}, -base, next);
+        if (!isInner) next += mPlan.writeProgram(placesIn(mPlan, first, last, -base), next);
     }
 }
 
@@ -120,8 +132,8 @@ bool GaussColumns::makeBlock(int block, uint8_t* out, ptrdiff_t stride) {
     // The row before counts too: its sums have to be brought down to those of an empty plane.
     if (!mayBeInked(block, int64_t{mRow} - 1, int64_t{mRow} + mRows - 1)) return false;
     const int columns = columnsOf(mSrc, block);
-    mPlan.kernels->widen(mSrc.row(mTop) + block * kGaussBlock, mSrc.stride, columns, mBottom - mTop, mPlan.usesTotals(),
-                         mMemory.window + kGaussBlockRow, kGaussBlockRow);
+    mPlan.kernels->widen(mSrc.row(mTop) + block * kGaussBlock, mSrc.stride, columns, mBottom - mTop, mRowsBelow,
+                         mPlan.highest(), mMemory.window + kGaussBlockRow, kGaussBlockRow);
     mPlan.kernels->columns(mPlan, {mMemory.window, mMemory.programs, mRows, columns, mEmptySum,
                                    mMemory.sums + block * kGaussBlock, out, stride});
     return true;

@@ -60,8 +60,9 @@ private:
     int mRow;   // first row of the strip
     int mRows;  // in the strip
     int32_t mEmptySum;
-    int mTop;     // first row of the source in the window
-    int mBottom;  // one past the last
+    int mTop;        // first row of the source in the window
+    int mBottom;     // one past the last
+    int mRowsBelow;  // rows of zeros in the window below it
     Memory mMemory;
 };
 

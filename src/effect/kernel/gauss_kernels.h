@@ -12,16 +12,16 @@ namespace QxFontEffect {
 /// and change them by the programs of gauss_taps.h. Samples are 16-bit words here, each with the running total of the
 /// samples up to it where the taps need it, and nothing allocates.
 
-/// The vertical pass works on blocks of this many columns. A row of a block is its samples and then their totals.
+/// The vertical pass works on blocks of this many columns. A row of a block has two parts: its samples and their
+/// totals, or, where second totals are needed and samples are not, the totals and the second totals.
 constexpr int kGaussBlock = 64;
 constexpr int kGaussBlockRow = 2 * kGaussBlock;
 
 /// The horizontal pass works on this many rows at once. Where it keeps running sums, they are turned so that the
 /// samples of one column are neighbours: one vector operation then serves the same tap of many rows, reads are aligned,
-/// and sums need not be added up along a vector. A column of a strip is its samples and then their totals. Rows for
-/// narrow bells stay rows.
+/// and sums need not be added up along a vector. A column of a strip is its samples, their totals and, where they are
+/// needed, the second totals. Rows for narrow bells stay rows.
 constexpr int kGaussRows = 16;
-constexpr int kGaussColumn = 2 * kGaussRows;
 
 /// Division of a running sum by the weight sum.
 ///
@@ -51,10 +51,13 @@ struct GaussPlan {
 
     /// The sum of nothing but zeros: rounding up is rounding down of a sum that starts higher.
     int32_t emptySum(GaussRounding rounding) const { return rounding == GaussRounding::Up ? bell.sum - 1 : 0; }
-    bool usesTotals() const { return !direct.isPossible && taps.usesTotals; }
+    /// What has to be totalled up.
+    GaussTaps::Source highest() const { return direct.isPossible ? GaussTaps::kSamples : taps.highest; }
+    /// Words from one column of a turned strip to the next.
+    int columnWords() const { return (taps.highest == GaussTaps::kSecondTotals ? 3 : 2) * kGaussRows; }
     /// The program for one position, see gauss_taps.h.
-    int writeProgram(const GaussPlaces& places, int64_t zero, int32_t* program) const {
-        return direct.isPossible ? writeGaussDirectProgram(direct, places, zero, program)
+    int writeProgram(const GaussPlaces& places, int32_t* program) const {
+        return direct.isPossible ? writeGaussDirectProgram(direct, places, program)
                                  : writeGaussProgram(taps, places, program);
     }
 };
@@ -80,7 +83,7 @@ struct GaussColumnsBlock {
 /// Neighbouring outputs of the horizontal pass, in kGaussRows rows at once.
 struct GaussLinesRun {
     const int32_t* program;
-    uint16_t* samples;  ///< sample under the first output of the first row. There are `radius + 2` columns before it
+    uint16_t* samples;  ///< sample under the first output of the first row. There are `radius + 3` columns before it
                         ///< and `radius` after the last output, rounded up to whole blocks
     int64_t rowStride;  ///< of rows that stay rows, in samples
     int count;          ///< outputs a row
@@ -100,11 +103,12 @@ struct GaussKernels {
     /// before[y] = how many of the rows above row y hold a sample other than 0, for y in 0..rows.
     void (*countInk)(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int32_t* before);
     /// Fills rows of kGaussBlock words, `dstStride` words apart, out of `columns` columns, kGaussBlock at most; the
-    /// others become 0. With totals, each row is followed by the totals of the rows so far.
-    void (*widen)(const uint8_t* src, ptrdiff_t stride, int columns, int rows, bool withTotals, uint16_t* dst,
-                  int64_t dstStride);
+    /// others become 0. Totals follow as in a row of a block when `highest` asks for them, and with second totals
+    /// `moreRows` rows of zeros below the rows.
+    void (*widen)(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int moreRows, GaussTaps::Source highest,
+                  uint16_t* dst, int64_t dstStride);
     /// Fills the samples of kGaussBlock columns of a strip out of `rows` rows, kGaussRows at most; the others become 0.
-    void (*turn)(const uint8_t* src, ptrdiff_t stride, int columns, int rows, uint16_t* strip);
+    void (*turn)(const uint8_t* src, ptrdiff_t stride, int columns, int rows, uint16_t* strip, int columnWords);
 };
 
 /// What every processor runs.

@@ -38,7 +38,7 @@ template <typename Sums, int vectors>
 inline void makeColumns(const GaussPlan& plan, const int32_t* program, const uint16_t* base, Sums* memory,
                         uint8_t* out) {
     U16s words[vectors];
-    runProgram<vectors>(program, base, kU16Lanes, words);
+    runProgram<vectors>(plan.taps.isFlat, program, base, kU16Lanes, words);
     for (int i = 0; i < vectors; ++i) {
         Sums sums = memory[i];
         sums.add(words[i]);
@@ -101,13 +101,13 @@ void setSums(const int32_t* values, int32_t* memory) {
 
 /// The sums of the rows at a column, by growing each box of the bell out of the one inside it.
 template <typename Sums>
-inline Sums sumsAt(const GaussBell& bell, const uint16_t* column, int32_t emptySum) {
+inline Sums sumsAt(const GaussBell& bell, const uint16_t* column, int columnWords, int32_t emptySum) {
     I32s boxEven = evenOf(wordsAt(column)), boxOdd = oddOf(wordsAt(column));
     I32s even = I32s{} + emptySum, odd = even;
     int reach = 0;
     for (int b = 0; b < bell.boxCount; ++b) {
         for (; reach < bell.boxes[b].reach; ++reach) {
-            const ptrdiff_t step = ptrdiff_t{reach + 1} * kGaussColumn;
+            const ptrdiff_t step = ptrdiff_t{reach + 1} * columnWords;
             const U16s both = wordsAt(column + step) + wordsAt(column - step);
             boxEven += evenOf(both);
             boxOdd += oddOf(both);
@@ -118,15 +118,22 @@ inline Sums sumsAt(const GaussBell& bell, const uint16_t* column, int32_t emptyS
     return Sums(even, odd);
 }
 
-/// Totals of the columns first .. last. The column before them gets the total 0.
+/// Totals of the columns first .. last, and second totals where columns have room for them. The column before them
+/// gets 0.
+template <int columnWords>
 inline void sumUp(uint16_t* column, int64_t first, int64_t last) {
-    U16s total = {};
-    uint16_t* at = column + (first - 1) * kGaussColumn;
+    constexpr bool kSecond = columnWords == 3 * kGaussRows;
+    U16s total = {}, secondTotal = {};
+    uint16_t* at = column + (first - 1) * columnWords;
     storeVector(at + kGaussRows, total);
+    if (kSecond) storeVector(at + 2 * kGaussRows, total);
     for (int64_t x = first; x <= last; ++x) {
-        at += kGaussColumn;
+        at += columnWords;
         total += wordsAt(at);
         storeVector(at + kGaussRows, total);
+        if (!kSecond) continue;
+        secondTotal += total;
+        storeVector(at + 2 * kGaussRows, secondTotal);
     }
 }
 
@@ -196,18 +203,21 @@ inline void storeTilePart(const U16s* columns, int width, int rows, uint8_t* out
     for (int y = 0; y < rows && y < kU16Lanes; ++y) std::memcpy(out + y * stride, tile + y * kTile, bytes);
 }
 
-template <typename Sums>
+template <typename Sums, int columnWords>
 void linesBySums(const GaussPlan& plan, const GaussLinesRun& run) {
+    const int64_t radius = plan.bell.radius;
     const int64_t tiled = (run.count + kTile - 1) / kTile * int64_t{kTile};
     for (int first = 0; first < run.rows; first += kU16Lanes) {
         uint16_t* columns = run.samples + first;
-        if (plan.taps.usesTotals) sumUp(columns, -1 - int64_t{plan.bell.radius}, tiled + plan.bell.radius - 1);
-        Sums sums = run.isFirst ? sumsAt<Sums>(plan.bell, columns - kGaussColumn, run.emptySum) : Sums(run.emptySum);
+        if (plan.taps.highest != GaussTaps::kSamples) sumUp<columnWords>(columns, -2 - radius, tiled + radius - 1);
+        Sums sums = run.isFirst ? sumsAt<Sums>(plan.bell, columns - columnWords, columnWords, run.emptySum)
+                                : Sums(run.emptySum);
         for (int x = 0; x < run.count; x += kTile) {
             U16s quotients[kTile];
             for (int column = 0; column < kTile; column += kVectors) {
+                const uint16_t* base = columns + ptrdiff_t{x + column} * columnWords;
                 U16s change[kVectors];
-                runProgram<kVectors>(run.program, columns + ptrdiff_t{x + column} * kGaussColumn, kGaussColumn, change);
+                runProgram<kVectors>(plan.taps.isFlat, run.program, base, columnWords, change);
                 for (int i = 0; i < kVectors; ++i) {
                     sums.add(change[i]);
                     quotients[column + i] = sums.quotients(plan.quotient);
@@ -250,43 +260,72 @@ void countInk(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int32
     }
 }
 
-template <bool withTotals>
-inline void widenRows(const uint8_t* src, ptrdiff_t stride, int rows, uint16_t* dst, int64_t dstStride) {
-    U16s totals[kGaussBlock / kU16Lanes] = {};
-    for (int y = 0; y < rows; ++y, src += stride, dst += dstStride)
-        for (int i = 0; i < kGaussBlock / kU16Lanes; ++i) {
-            const U16s words = widened(src + i * kU16Lanes);
-            storeVector(dst + i * kU16Lanes, words);
-            if (!withTotals) continue;
-            totals[i] += words;
-            storeVector(dst + kGaussBlock + i * kU16Lanes, totals[i]);
-        }
-}
+/// Rows of a block one below the other, with what has to be totalled up.
+template <GaussTaps::Source highest>
+class BlockRows {
+public:
+    BlockRows(uint16_t* dst, int64_t stride) : mRow(dst), mStride(stride) {}
 
-void widenBlock(const uint8_t* src, ptrdiff_t stride, int columns, int rows, bool withTotals, uint16_t* dst,
-                int64_t dstStride) {
-    if (columns == kGaussBlock) {
-        if (withTotals)
-            widenRows<true>(src, stride, rows, dst, dstStride);
-        else
-            widenRows<false>(src, stride, rows, dst, dstStride);
-        return;
+    void add(const uint8_t* samples) {
+        for (int i = 0; i < kCount; ++i) put(i, widened(samples + i * kU16Lanes));
+        mRow += mStride;
     }
-    for (int y = 0; y < rows; ++y, src += stride, dst += dstStride) {
+    void addZeros() {
+        for (int i = 0; i < kCount; ++i) put(i, U16s{});
+        mRow += mStride;
+    }
+
+private:
+    static constexpr int kCount = kGaussBlock / kU16Lanes;
+
+    void put(int i, U16s words) {
+        uint16_t* first = mRow + i * kU16Lanes;
+        uint16_t* second = first + kGaussBlock;
+        if (highest == GaussTaps::kSamples) {
+            storeVector(first, words);
+            return;
+        }
+        mTotals[i] += words;
+        mSecondTotals[i] += mTotals[i];
+        storeVector(first, highest == GaussTaps::kTotals ? words : mTotals[i]);
+        storeVector(second, highest == GaussTaps::kTotals ? mTotals[i] : mSecondTotals[i]);
+    }
+
+    uint16_t* mRow;
+    int64_t mStride;
+    U16s mTotals[kCount] = {};
+    U16s mSecondTotals[kCount] = {};
+};
+
+template <GaussTaps::Source highest>
+void widenRows(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int moreRows, uint16_t* dst,
+               int64_t dstStride) {
+    BlockRows<highest> block(dst, dstStride);
+    if (columns == kGaussBlock) {
+        for (int y = 0; y < rows; ++y) block.add(src + y * stride);
+    } else {
         uint8_t whole[kGaussBlock];
         std::memset(whole, 0, sizeof whole);
-        std::memcpy(whole, src, static_cast<size_t>(columns));
-        widenRows<false>(whole, 0, 1, dst, 0);
-        if (!withTotals) continue;
-        for (int x = 0; x < kGaussBlock; x += kU16Lanes) {
-            uint16_t* total = dst + kGaussBlock + x;
-            storeVector(total, y == 0 ? wordsAt(dst + x) : wordsAt(total - dstStride) + wordsAt(dst + x));
+        for (int y = 0; y < rows; ++y) {
+            std::memcpy(whole, src + y * stride, static_cast<size_t>(columns));
+            block.add(whole);
         }
     }
+    for (int y = 0; y < moreRows; ++y) block.addZeros();
+}
+
+void widenBlock(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int moreRows, GaussTaps::Source highest,
+                uint16_t* dst, int64_t dstStride) {
+    if (highest == GaussTaps::kSamples)
+        widenRows<GaussTaps::kSamples>(src, stride, columns, rows, 0, dst, dstStride);
+    else if (highest == GaussTaps::kTotals)
+        widenRows<GaussTaps::kTotals>(src, stride, columns, rows, 0, dst, dstStride);
+    else
+        widenRows<GaussTaps::kSecondTotals>(src, stride, columns, rows, moreRows, dst, dstStride);
 }
 
 /// Turns kGaussRows rows of kGaussBlock bytes, a tile of 16 columns at a time.
-inline void turnRows(const uint8_t* src, ptrdiff_t stride, uint16_t* strip) {
+inline void turnRows(const uint8_t* src, ptrdiff_t stride, uint16_t* strip, int columnWords) {
     for (int x = 0; x < kGaussBlock; x += kTile)
         for (int first = 0; first < kGaussRows; first += kU16Lanes) {
             U8s rows[8];
@@ -301,22 +340,22 @@ inline void turnRows(const uint8_t* src, ptrdiff_t stride, uint16_t* strip) {
             for (int i = 0; i < 8; ++i) pairs[i] = (U16s)rows[i];
             transpose8(pairs);
             for (int i = 0; i < 8; ++i) {
-                uint16_t* column = strip + (x + 2 * i) * kGaussColumn + first;
+                uint16_t* column = strip + (x + 2 * i) * columnWords + first;
                 storeVector(column, pairs[i] & 255);
-                storeVector(column + kGaussColumn, pairs[i] >> 8);
+                storeVector(column + columnWords, pairs[i] >> 8);
             }
         }
 }
 
-void turnBlock(const uint8_t* src, ptrdiff_t stride, int columns, int rows, uint16_t* strip) {
+void turnBlock(const uint8_t* src, ptrdiff_t stride, int columns, int rows, uint16_t* strip, int columnWords) {
     if (columns == kGaussBlock && rows == kGaussRows) {
-        turnRows(src, stride, strip);
+        turnRows(src, stride, strip, columnWords);
         return;
     }
     uint8_t whole[kGaussRows * kGaussBlock];
     std::memset(whole, 0, sizeof whole);
     for (int y = 0; y < rows; ++y) std::memcpy(whole + y * kGaussBlock, src + y * stride, static_cast<size_t>(columns));
-    turnRows(whole, kGaussBlock, strip);
+    turnRows(whole, kGaussBlock, strip, columnWords);
 }
 
 void columnsBlock(const GaussPlan& plan, const GaussColumnsBlock& block) {
@@ -328,13 +367,21 @@ void columnsBlock(const GaussPlan& plan, const GaussColumnsBlock& block) {
         columnsBySums<LargeSums>(plan, block);
 }
 
+template <typename Sums>
+void linesOf(const GaussPlan& plan, const GaussLinesRun& run) {
+    if (plan.taps.highest == GaussTaps::kSecondTotals)
+        linesBySums<Sums, 3 * kGaussRows>(plan, run);
+    else
+        linesBySums<Sums, 2 * kGaussRows>(plan, run);
+}
+
 void linesRun(const GaussPlan& plan, const GaussLinesRun& run) {
     if (plan.direct.isPossible)
         linesDirect(plan, run);
     else if (plan.quotient.isSmall)
-        linesBySums<SmallSums>(plan, run);
+        linesOf<SmallSums>(plan, run);
     else
-        linesBySums<LargeSums>(plan, run);
+        linesOf<LargeSums>(plan, run);
 }
 
 void startSums(const GaussPlan& plan, const int32_t* values, int32_t* sums) {

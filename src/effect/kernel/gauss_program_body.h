@@ -42,9 +42,9 @@ inline const uint16_t* placeAt(const uint16_t* base, int32_t place) {
     return at;
 }
 
-/// The change of the sums of some vectors whose samples lie `stride` words apart.
+/// The change of the sums of some vectors whose samples lie `stride` words apart, by taps gathered by factor.
 template <int vectors>
-inline void runProgram(const int32_t* word, const uint16_t* base, int stride, U16s* change) {
+inline void runGathered(const int32_t* word, const uint16_t* base, int stride, U16s* change) {
     U16s added[vectors] = {};
     for (int i = 0; i < vectors; ++i) change[i] = U16s{};
     for (int32_t level = *word++; level > 0; --level) {
@@ -62,6 +62,35 @@ inline void runProgram(const int32_t* word, const uint16_t* base, int stride, U1
         const U16s times = inAllWords(factor);
         for (int i = 0; i < vectors; ++i) change[i] += added[i] * times;
     }
+}
+
+/// The same by a product per tap.
+template <int vectors>
+inline void runFlat(const int32_t* word, const uint16_t* base, int stride, U16s* change) {
+    for (int i = 0; i < vectors; ++i) change[i] = U16s{};
+    int32_t sums = word[0], differences = word[1];
+    for (word += 2; sums > 0; --sums, word += 3) {
+        const U16s factor = inAllWords(word[0]);
+        const uint16_t* first = placeAt(base, word[1]);
+        const uint16_t* second = placeAt(base, word[2]);
+        for (int i = 0; i < vectors; ++i)
+            change[i] += (wordsAt(first + i * stride) + wordsAt(second + i * stride)) * factor;
+    }
+    for (; differences > 0; --differences, word += 3) {
+        const U16s factor = inAllWords(word[0]);
+        const uint16_t* more = placeAt(base, word[1]);
+        const uint16_t* less = placeAt(base, word[2]);
+        for (int i = 0; i < vectors; ++i)
+            change[i] += (wordsAt(more + i * stride) - wordsAt(less + i * stride)) * factor;
+    }
+}
+
+template <int vectors>
+inline void runProgram(bool isFlat, const int32_t* program, const uint16_t* base, int stride, U16s* change) {
+    if (isFlat)
+        runFlat<vectors>(program, base, stride, change);
+    else
+        runGathered<vectors>(program, base, stride, change);
 }
 
 /// Running sums of the even and of the odd samples of a vector, and their quotients.

@@ -12,7 +12,7 @@ GaussStripLayout layoutOf(const GaussJob& job) {
 /// The part of the source that a job reads, and the row of the job's first row in it.
 struct NeededPart {
     NeededPart(const GaussJob& job, const GaussStripLayout& layout) {
-        const int64_t reach = int64_t{job.bell->radius} + 2;
+        const int64_t reach = int64_t{job.bell->radius} + 3;
         const int from = static_cast<int>(std::clamp<int64_t>(job.out.yStart - reach, 0, job.src.height));
         const int to = static_cast<int>(std::clamp<int64_t>(job.out.yEnd + reach, from, job.src.height));
         plane = {job.src.row(from) + layout.from, layout.to - layout.from, to - from, job.src.stride};

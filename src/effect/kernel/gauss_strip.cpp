@@ -6,6 +6,11 @@
 namespace QxFontEffect {
 namespace {
 
+/// Words that a column takes at most; whether second totals are worth it is not known before the taps are made.
+int maxColumnWords(const GaussBell& bell) {
+    return (bell.radius <= GaussTaps::kMaxSecondRadius ? 3 : 2) * kGaussRows;
+}
+
 int64_t wholeBlocks(int64_t columns) {
     return (columns + kGaussBlock - 1) / kGaussBlock * kGaussBlock;
 }
@@ -18,14 +23,14 @@ GaussStripLayout::GaussStripLayout(const GaussBell& bell, int width, int xStart,
     from = static_cast<int>(std::clamp<int64_t>(firstTap, 0, width));
     to = static_cast<int>(std::clamp<int64_t>(endTap, from, width));
     blocks = static_cast<int>(wholeBlocks(to - from) / kGaussBlock);
-    // One column more before the first tap, for the total that the totals start from.
-    start = int64_t{bell.radius} + 2;
+    // Two columns more before the first tap: totals and second totals start from 0 there.
+    start = int64_t{bell.radius} + 3;
     origin = from == to ? 0 : start + from - xStart;
     length = std::max(origin + int64_t{blocks} * kGaussBlock, start + wholeBlocks(outputs) + bell.radius);
 }
 
 GaussStrip::Memory::Memory(const GaussBell& bell, const GaussStripLayout& layout, ScratchCutter& cutter)
-    : samples(cutter.take<uint16_t>(layout.length * kGaussColumn)),
+    : samples(cutter.take<uint16_t>(layout.length * maxColumnWords(bell))),
       program(cutter.take<int32_t>(GaussProgram::maxWords(bell))),
       runs(cutter.take<Run>(layout.maxRuns())),
       inked(cutter.take<uint8_t>(layout.blocks)) {}
@@ -46,16 +51,16 @@ GaussStrip::GaussStrip(const GaussPlan& plan, GaussRounding rounding, const Gaus
       mEmptySum(plan.emptySum(rounding)),
       mLayout(layout),
       mMemory(memoryFrom(scratch, plan.bell, layout)) {
-    const int64_t reach = int64_t{plan.bell.radius} + 2;
-    const int step = plan.direct.isPossible ? 1 : kGaussColumn;
-    plan.writeProgram({step, 0, kGaussRows, -reach, reach}, 0, mMemory.program);
-    std::fill_n(mMemory.samples, layout.length * kGaussColumn, uint16_t{0});
+    const int64_t reach = int64_t{plan.bell.radius} + 3;
+    const int step = plan.direct.isPossible ? 1 : plan.columnWords();
+    plan.writeProgram({step, {0, kGaussRows, 2 * kGaussRows}, -reach, reach, kNoPlace}, mMemory.program);
+    std::fill_n(mMemory.samples, layout.length * plan.columnWords(), uint16_t{0});
     std::memset(mMemory.inked, 0, static_cast<size_t>(layout.blocks));
 }
 
 /// Of the first row.
 uint16_t* GaussStrip::sampleAt(int64_t column) const {
-    return mMemory.samples + (mPlan.direct.isPossible ? column : column * kGaussColumn);
+    return mMemory.samples + (mPlan.direct.isPossible ? column : column * mPlan.columnWords());
 }
 
 void GaussStrip::setBlock(int block, const uint8_t* src, ptrdiff_t stride, int columns, int rows) {
@@ -65,13 +70,13 @@ void GaussStrip::setBlock(int block, const uint8_t* src, ptrdiff_t stride, int c
     uint16_t* place = sampleAt(mLayout.origin + int64_t{block} * kGaussBlock);
     if (!mPlan.direct.isPossible) {
         if (src != nullptr)
-            mPlan.kernels->turn(src, stride, columns, rows, place);
+            mPlan.kernels->turn(src, stride, columns, rows, place, mPlan.columnWords());
         else
-            std::fill_n(place, kGaussBlock * kGaussColumn, uint16_t{0});
+            std::fill_n(place, kGaussBlock * mPlan.columnWords(), uint16_t{0});
         return;
     }
     if (src != nullptr)
-        mPlan.kernels->widen(src, stride, columns, rows, false, place, mLayout.length);
+        mPlan.kernels->widen(src, stride, columns, rows, 0, GaussTaps::kSamples, place, mLayout.length);
     else
         for (int y = 0; y < kGaussRows; ++y) std::fill_n(place + y * mLayout.length, kGaussBlock, uint16_t{0});
 }

@@ -2,144 +2,172 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <initializer_list>
 
 namespace QxFontEffect {
 namespace {
 
-// Wider bells have their steps so far apart that no two of them share a stretch.
-constexpr int kMaxBaseRadius = 255;
-// Bells narrower than this have no stretches either.
-constexpr int kMinBaseRadius = 7;
-constexpr int kMaxHeight = 36;
+// Bells narrower than this have nothing to split, wider ones have their boxes too far apart.
+constexpr int kMinSplitRadius = 7;
+constexpr int kMaxSplitRadius = 255;
+// Different values of a sequence that stretches are looked for in; steeper ones have none.
+constexpr int kMaxRange = 64;
 
-/// Boxes by reach, 0 where there is none, and a base to be taken off them.
-struct Heights {
-    int radius;
-    int box[kMaxBaseRadius + 1];
-    int base[kMaxBaseRadius + 1];
+/// Values at 0 .. count - 1, and 0 beyond.
+struct Sequence {
+    int count;
+    int at[kMaxSplitRadius + 3];
 };
 
-/// Taps of a split in no order; -1 when there are too many.
-int collectTaps(const Heights& heights, GaussTaps::Tap* taps) {
-    int count = 0;
-    const auto add = [&](int distance, int height, bool ofTotals) {
-        if (height != 0 && count < GaussTaps::kMaxTaps) taps[count++] = {distance, height, ofTotals};
-    };
-    int base = 0;
-    for (int k = 0; k <= heights.radius; ++k) {
-        add(k, heights.base[k] - base, true);
-        base = heights.base[k];
-        add(k, heights.box[k] - base, false);
-    }
-    add(heights.radius + 1, -base, true);
-    return count < GaussTaps::kMaxTaps ? count : -1;
+Sequence differencesOf(const Sequence& values) {
+    Sequence differences{values.count + 1, {}};
+    for (int k = 0; k <= values.count; ++k)
+        differences.at[k] = (k < values.count ? values.at[k] : 0) - (k > 0 ? values.at[k - 1] : 0);
+    return differences;
 }
 
-void sortTaps(GaussTaps::Tap* taps, int count) {
-    std::sort(taps, taps + count, [](const GaussTaps::Tap& a, const GaussTaps::Tap& b) {
-        if (std::abs(a.height) != std::abs(b.height)) return std::abs(a.height) > std::abs(b.height);
-        return a.distance != b.distance ? a.distance < b.distance : a.ofTotals < b.ofTotals;
-    });
-}
+/// A sequence that is constant over stretches, near `values`: the one with the fewest changes and places that differ.
+/// Dynamic programming over its value at each place.
+Sequence stretchesOf(const Sequence& values) {
+    const int lowest = std::min(*std::min_element(values.at, values.at + values.count), 0);
+    const int range = std::max(*std::max_element(values.at, values.at + values.count), 0) - lowest + 1;
+    Sequence stretches{values.count, {}};
+    if (range > kMaxRange) return stretches;
 
-/// Vector operations per output: two a tap, and one or, with a product, two a level.
-int costOf(const GaussTaps::Tap* taps, int count) {
-    int cost = 2 * count;
-    for (int i = 0; i < count; ++i) {
-        const int height = std::abs(taps[i].height);
-        const int next = i + 1 < count ? std::abs(taps[i + 1].height) : 0;
-        if (height != next) cost += height - next == 1 ? 1 : 2;
-    }
-    return cost;
-}
-
-/// The base with the fewest taps: dynamic programming over its height at each reach, where a change of height costs a
-/// tap and so does a reach at which base and box differ.
-void findBase(Heights& heights) {
-    int cost[kMaxHeight + 1];
-    uint8_t from[kMaxBaseRadius + 1][kMaxHeight + 1];
-    for (int h = 0; h <= kMaxHeight; ++h) cost[h] = (h != 0) + (h != heights.box[0]);
-    for (int k = 1; k <= heights.radius; ++k) {
-        const int best = static_cast<int>(std::min_element(cost, cost + kMaxHeight + 1) - cost);
+    int cost[kMaxRange];
+    uint8_t from[kMaxSplitRadius + 2][kMaxRange];
+    for (int v = 0; v < range; ++v) cost[v] = (v + lowest != 0) + (v + lowest != values.at[0]);
+    for (int k = 1; k < values.count; ++k) {
+        const int best = static_cast<int>(std::min_element(cost, cost + range) - cost);
         const int changed = cost[best] + 1;
-        for (int h = 0; h <= kMaxHeight; ++h) {
-            from[k][h] = static_cast<uint8_t>(cost[h] <= changed ? h : best);
-            cost[h] = std::min(cost[h], changed) + (h != heights.box[k]);
+        for (int v = 0; v < range; ++v) {
+            from[k][v] = static_cast<uint8_t>(cost[v] <= changed ? v : best);
+            cost[v] = std::min(cost[v], changed) + (v + lowest != values.at[k]);
         }
     }
-    for (int h = 1; h <= kMaxHeight; ++h) ++cost[h];
-    int height = static_cast<int>(std::min_element(cost, cost + kMaxHeight + 1) - cost);
-    for (int k = heights.radius; k >= 0; --k) {
-        heights.base[k] = height;
-        if (k > 0) height = from[k][height];
+    for (int v = 0; v < range; ++v) cost[v] += v + lowest != 0;
+    int v = static_cast<int>(std::min_element(cost, cost + range) - cost);
+    for (int k = values.count - 1; k >= 0; --k) {
+        stretches.at[k] = v + lowest;
+        if (k > 0) v = from[k][v];
     }
+    return stretches;
+}
+
+/// Adds the taps that take `values` from `source`. False when there are too many.
+bool addTaps(const Sequence& values, GaussTaps::Source source, GaussTaps& taps) {
+    for (int k = 0; k < values.count; ++k) {
+        if (values.at[k] == 0) continue;
+        if (taps.count == GaussTaps::kMaxTaps) return false;
+        taps.taps[taps.count++] = {k, values.at[k], source};
+        taps.highest = std::max(taps.highest, source);
+    }
+    return true;
+}
+
+/// Sorts the taps, tells how they are better summed up, and returns about how many vector operations an output costs.
+int finish(GaussTaps& taps) {
+    std::sort(taps.taps, taps.taps + taps.count, [](const GaussTaps::Tap& a, const GaussTaps::Tap& b) {
+        if (std::abs(a.factor) != std::abs(b.factor)) return std::abs(a.factor) > std::abs(b.factor);
+        return a.source != b.source ? a.source < b.source : a.distance < b.distance;
+    });
+    int levels = 0;
+    for (int i = 0; i < taps.count; ++i)
+        levels += i == 0 || std::abs(taps.taps[i].factor) != std::abs(taps.taps[i - 1].factor);
+    // Of a tap: two reads and a product. Of a level: a product, and the turns of its loops.
+    const int gathered = 2 * taps.count + 3 * levels;
+    const int flat = 3 * taps.count;
+    taps.isFlat = flat < gathered;
+    return std::min(gathered, flat) + 2 * taps.highest;
+}
+
+/// Takes a split of the heights if it is cheaper than what `taps` holds: `low` from one source, `high` from the next.
+void takeCheaper(const Sequence& low, GaussTaps::Source lowSource, const Sequence& high, GaussTaps& taps, int& cost) {
+    GaussTaps split{};
+    split.radius = taps.radius;
+    if (!addTaps(low, lowSource, split)) return;
+    if (!addTaps(high, static_cast<GaussTaps::Source>(lowSource + 1), split)) return;
+    const int splitCost = finish(split);
+    if (splitCost >= cost) return;
+    taps = split;
+    cost = splitCost;
+}
+
+Sequence minus(const Sequence& a, const Sequence& b) {
+    Sequence left = a;
+    for (int k = 0; k < a.count; ++k) left.at[k] -= b.at[k];
+    return left;
 }
 
 /// A factor of 16-bit words for vectors that are filled by 32-bit words.
 int32_t inBothHalves(int32_t value) {
-    return value * 0x10001;
+    return static_cast<int32_t>(static_cast<uint32_t>(value & 0xFFFF) * 0x10001u);
 }
 
-/// Takes the split if it is cheaper than what `taps` holds.
-void takeCheaper(const Heights& heights, GaussTaps& taps) {
-    GaussTaps::Tap split[GaussTaps::kMaxTaps];
-    const int count = collectTaps(heights, split);
-    if (count < 0) return;
-    sortTaps(split, count);
-    if (costOf(split, count) >= costOf(taps.taps, taps.count)) return;
-    std::copy_n(split, count, taps.taps);
-    taps.count = count;
-    taps.usesTotals = true;
+/// The two positions of a tap, and whether they count alike.
+struct TapPlaces {
+    int64_t more;
+    int64_t less;
+    bool isSum;
+    int32_t factor;
+};
+
+TapPlaces placesOf(const GaussTaps::Tap& tap) {
+    switch (tap.source) {
+        case GaussTaps::kTotals:
+            return {tap.distance - 1, -tap.distance - 1, true, -tap.factor};
+        case GaussTaps::kSecondTotals:
+            return {tap.distance - 2, -tap.distance - 1, false, tap.factor};
+        default:
+            return {tap.distance, -tap.distance - 1, false, tap.factor};
+    }
 }
 
-}  // namespace
-
-GaussTaps makeGaussTaps(const GaussBell& bell) {
-    GaussTaps taps{};
-    taps.radius = bell.radius;
-    taps.count = bell.boxCount;
-    for (int b = 0; b < bell.boxCount; ++b) taps.taps[b] = {bell.boxes[b].reach, bell.boxes[b].height, false};
-    sortTaps(taps.taps, taps.count);
-    if (bell.radius < kMinBaseRadius || bell.radius > kMaxBaseRadius) return taps;
-
-    Heights heights{};
-    heights.radius = bell.radius;
-    for (int b = 0; b < bell.boxCount; ++b) heights.box[bell.boxes[b].reach] = bell.boxes[b].height;
-    std::copy_n(heights.box, bell.radius + 1, heights.base);
-    takeCheaper(heights, taps);
-    findBase(heights);
-    takeCheaper(heights, taps);
-    return taps;
+/// The place of a position; `zero` where it holds nothing.
+int32_t placeOf(int64_t position, GaussTaps::Source source, const GaussPlaces& places) {
+    if (position < places.first || (position > places.last && source == GaussTaps::kSamples))
+        return static_cast<int32_t>(places.zero);
+    return static_cast<int32_t>(places.source[source] + std::min(position, places.last) * places.step);
 }
 
-int writeGaussProgram(const GaussTaps& taps, const GaussPlaces& places, int32_t* program) {
+int writeFlat(const GaussTaps& taps, const GaussPlaces& places, int32_t* program) {
+    int32_t* word = program + 2;
+    for (const bool sums : {true, false}) {
+        int32_t count = 0;
+        for (int i = 0; i < taps.count; ++i) {
+            const TapPlaces tap = placesOf(taps.taps[i]);
+            if (tap.isSum != sums) continue;
+            *word++ = inBothHalves(tap.factor);
+            *word++ = placeOf(tap.more, taps.taps[i].source, places);
+            *word++ = placeOf(tap.less, taps.taps[i].source, places);
+            ++count;
+        }
+        program[sums ? 0 : 1] = count;
+    }
+    return static_cast<int>(word - program);
+}
+
+int writeGathered(const GaussTaps& taps, const GaussPlaces& places, int32_t* program) {
     int32_t adds[2 * GaussTaps::kMaxTaps], subtractions[2 * GaussTaps::kMaxTaps];
     int addCount = 0, subtractCount = 0;
-    const auto take = [&](int64_t position, bool ofTotals, bool isAdded) {
-        if (position < places.first || (position > places.last && !ofTotals)) return;
-        const int64_t place = (ofTotals ? places.total : places.sample) + std::min(position, places.last) * places.step;
+    const auto take = [&](int64_t position, GaussTaps::Source source, bool isAdded) {
+        const int32_t place = placeOf(position, source, places);
+        if (place == places.zero) return;
         if (isAdded)
-            adds[addCount++] = static_cast<int32_t>(place);
+            adds[addCount++] = place;
         else
-            subtractions[subtractCount++] = static_cast<int32_t>(place);
+            subtractions[subtractCount++] = place;
     };
-
     int32_t* word = program + 1;
     int levels = 0;
     for (int i = 0; i < taps.count; ++i) {
-        const GaussTaps::Tap tap = taps.taps[i];
-        const bool rises = tap.height > 0;
-        if (tap.ofTotals) {
-            take(tap.distance - 1, true, !rises);
-            take(-tap.distance - 1, true, !rises);
-        } else {
-            take(tap.distance, false, rises);
-            take(-tap.distance - 1, false, !rises);
-        }
-        const int height = std::abs(tap.height);
-        const int next = i + 1 < taps.count ? std::abs(taps.taps[i + 1].height) : 0;
-        if (height == next) continue;
-        *word++ = inBothHalves(height - next);
+        const TapPlaces tap = placesOf(taps.taps[i]);
+        take(tap.more, taps.taps[i].source, tap.factor > 0);
+        take(tap.less, taps.taps[i].source, (tap.factor > 0) == tap.isSum);
+        const int factor = std::abs(tap.factor);
+        const int next = i + 1 < taps.count ? std::abs(taps.taps[i + 1].factor) : 0;
+        if (factor == next) continue;
+        *word++ = inBothHalves(factor - next);
         *word++ = addCount;
         *word++ = subtractCount;
         word = std::copy_n(adds, addCount, word);
@@ -151,68 +179,31 @@ int writeGaussProgram(const GaussTaps& taps, const GaussPlaces& places, int32_t*
     return static_cast<int>(word - program);
 }
 
-/// Finds a reciprocal for all sums up to `limit`. The quotients change at multiples of the divisor only.
-bool findReciprocal(int32_t divisor, int32_t limit, GaussDirect& direct) {
-    for (direct.before = 0; direct.before <= 1 && divisor % (1 << direct.before) == 0; ++direct.before) {
-        // The finest that fits a word.
-        direct.after = 0;
-        while ((divisor >> direct.before) >> (direct.after + 1) != 0) ++direct.after;
-        direct.multiplier = ((1 << (16 + direct.after + direct.before)) + divisor - 1) / divisor;
-        if (direct.multiplier > 0xFFFF) direct.multiplier = 0xFFFF;
-        const auto quotient = [&](int32_t n) {
-            const uint32_t product =
-                static_cast<uint32_t>(n >> direct.before) * static_cast<uint32_t>(direct.multiplier);
-            return static_cast<int32_t>((product >> 16) >> direct.after);
-        };
-        bool isExact = quotient(limit) == limit / divisor;
-        for (int32_t n = divisor, q = 1; isExact && n <= limit; n += divisor, ++q)
-            isExact = quotient(n - 1) == q - 1 && quotient(n) == q;
-        if (isExact) return true;
-    }
-    return false;
+}  // namespace
+
+GaussTaps makeGaussTaps(const GaussBell& bell) {
+    GaussTaps taps{};
+    taps.radius = bell.radius;
+    taps.count = bell.boxCount;
+    for (int b = 0; b < bell.boxCount; ++b)
+        taps.taps[b] = {bell.boxes[b].reach, bell.boxes[b].height, GaussTaps::kSamples};
+    int cost = finish(taps);
+    if (bell.radius < kMinSplitRadius || bell.radius > kMaxSplitRadius) return taps;
+
+    Sequence heights{bell.radius + 1, {}};
+    for (int b = 0; b < bell.boxCount; ++b) heights.at[bell.boxes[b].reach] = bell.boxes[b].height;
+    const Sequence changes = differencesOf(heights);
+    takeCheaper(Sequence{}, GaussTaps::kSamples, changes, taps, cost);
+    const Sequence level = stretchesOf(heights);
+    takeCheaper(minus(heights, level), GaussTaps::kSamples, differencesOf(level), taps, cost);
+    if (bell.radius > GaussTaps::kMaxSecondRadius) return taps;
+    const Sequence slope = stretchesOf(changes);
+    takeCheaper(minus(changes, slope), GaussTaps::kTotals, differencesOf(slope), taps, cost);
+    return taps;
 }
 
-GaussDirect makeGaussDirect(const GaussBell& bell) {
-    // Times 255, with what rounding up adds, this weight sum fits 16 bits.
-    constexpr int32_t kMaxSum = 255;
-    GaussDirect direct{};
-    direct.radius = bell.radius;
-    if (bell.radius > GaussDirect::kMaxRadius || bell.sum > 2 * kMaxSum || bell.sum % 2 != 0) return direct;
-
-    direct.isHalved = bell.sum > kMaxSum;
-    int32_t oddSum = 0;
-    for (int d = 0; d <= bell.radius; ++d) {
-        const int32_t weight = gaussWeight(bell.radius, bell.peak, d);
-        direct.isOdd[d] = direct.isHalved && weight % 2 != 0;
-        direct.weights[d] = direct.isHalved && !direct.isOdd[d] ? weight / 2 : weight;
-        if (direct.isOdd[d]) oddSum += 2 * weight;
-    }
-    const int32_t divisor = direct.isHalved ? bell.sum / 2 : bell.sum;
-    const int32_t limit = 255 * bell.sum + bell.sum - 1;
-    direct.isPossible =
-        oddSum <= kMaxSum && !direct.isOdd[0] && findReciprocal(divisor, direct.isHalved ? limit / 2 : limit, direct);
-    return direct;
-}
-
-int writeGaussDirectProgram(const GaussDirect& direct, const GaussPlaces& places, int64_t zero, int32_t* program) {
-    const auto placeOf = [&](int64_t position) {
-        const bool isInside = position >= places.first && position <= places.last;
-        return static_cast<int32_t>(isInside ? places.sample + position * places.step : zero);
-    };
-    program[0] = placeOf(0);
-    int32_t* word = program + 3;
-    for (const bool odd : {true, false}) {
-        int32_t pairs = 0;
-        for (int d = 1; d <= direct.radius; ++d) {
-            if (direct.isOdd[d] != odd) continue;
-            *word++ = inBothHalves(direct.weights[d]);
-            *word++ = placeOf(d);
-            *word++ = placeOf(-d);
-            ++pairs;
-        }
-        program[odd ? 1 : 2] = pairs;
-    }
-    return static_cast<int>(word - program);
+int writeGaussProgram(const GaussTaps& taps, const GaussPlaces& places, int32_t* program) {
+    return taps.isFlat ? writeFlat(taps, places, program) : writeGathered(taps, places, program);
 }
 
 }  // namespace QxFontEffect

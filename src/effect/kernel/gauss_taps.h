@@ -10,45 +10,57 @@ namespace QxFontEffect {
 ///
 /// A sum over the bell's boxes changes at the box ends only: from position n - 1 to n by
 ///
-///     sum over the boxes of height * (s[n + reach] - s[n - 1 - reach]),
+///     D(n) = sum over k of h(k) * (s[n + k] - s[n - 1 - k])
 ///
-/// one addition and one subtraction per box where the plain sum has a product per sample. The heights as a function of
-/// the reach, h(0), h(1), ... h(radius), come in long stretches of nearly equal values; with Q the running totals of
-/// the samples, a stretch of equal heights costs its two ends only, because
+/// with h(k) the height of the box that reaches k samples, or 0: an addition and a subtraction per box where the plain
+/// sum has a product per sample. With Q the running totals of the samples, and R the running totals of Q, a sum over
+/// many k may be taken from fewer places, where the heights or their slope change:
 ///
-///     sum over all k of h(k) * (s[n + k] - s[n - 1 - k]) = - sum over j of (h(j) - h(j - 1)) * (Q[n - 1 + j] + Q[n - 1
-///     - j]).
+///     D(n) = - sum over k of c(k) * (Q[n - 1 + k] + Q[n - 1 - k])        with c(k) = h(k) - h(k - 1)
+///          =   sum over k of e(k) * (R[n - 2 + k] - R[n - 1 - k])        with e(k) = c(k) - c(k - 1)
 ///
-/// So the heights are split into a base of stretches, taken from Q, and what is left at single reaches, taken from the
-/// samples. All of it is exact in 16 bits, since the change lies within +-128 * 255: carries beyond may be dropped on
-/// the way.
+/// Heights that keep their value, or fall evenly, cost nothing on the way. A bell's heights do either but for a
+/// sprinkling of ones left by rounding, so h is split: a base whose c or e is mostly 0 is taken from Q or R, and what
+/// is left at single places from the samples or from Q. All of it is exact in 16 bits: D lies within +-128 * 255, and
+/// what overflows on the way cancels.
 struct GaussTaps {
+    enum Source : int32_t { kSamples, kTotals, kSecondTotals };
+
     struct Tap {
-        int32_t distance;  ///< reach k, or place j where the base changes
-        int32_t height;    ///< not 0
-        bool ofTotals;     ///< of Q, else of the samples
+        int32_t distance;  ///< k
+        int32_t factor;    ///< h, c or e, not 0
+        Source source;
     };
 
-    // As many boxes as the bell has at most, since only cheaper splits are taken.
+    // As many as a bell has boxes at most, and some more, since only cheaper splits are taken.
     static constexpr int kMaxTaps = 160;
+    // Second totals are for bells up to this radius: wider ones are not smooth enough to be worth it.
+    static constexpr int kMaxSecondRadius = 64;
 
-    Tap taps[kMaxTaps];  ///< the largest absolute heights first
+    Tap taps[kMaxTaps];  ///< the largest absolute factors first
     int32_t count;
     int32_t radius;
-    bool usesTotals;
+    Source highest;  ///< what is needed
+    bool isFlat;     ///< a product per tap is cheaper than taps gathered by factor
 };
 
 GaussTaps makeGaussTaps(const GaussBell& bell);
 
-/// Taps as a list of places in memory, laid out for a loop that walks it once:
+/// Taps as a list of places in memory, laid out for a loop that walks it once. Places count samples from a base that
+/// the loop is given; factors stand twice in their word, in both halves.
 ///
-///     levels, then for each level: factor, additions, subtractions, places to add, places to subtract
+/// Gathered by factor:
 ///
-/// The places of all levels so far are summed up; after each level the sum is added `factor` times to the change.
-/// Places count samples from a base that the loop is given. Factors stand twice in their word, in both halves.
+///     levels, then for each level: step, additions, subtractions, places to add, places to subtract
+///
+/// The places of all levels so far are summed up; after each level the sum is added `step` times to the change.
+///
+/// Flat:
+///
+///     sums, differences, then for each of both: factor, place, place
 ///
 /// Narrow bells are summed afresh for every output instead, which is cheaper than to carry sums along when there are
-/// few taps. Their program is
+/// few taps:
 ///
 ///     place of the centre, odd pairs, even pairs, then for each pair: weight, place, place
 struct GaussProgram {
@@ -59,16 +71,18 @@ struct GaussProgram {
     static constexpr int kSpareTaps = 16;
 };
 
-/// Where a program finds the samples and the totals around the position it makes, position 0.
+/// Where a program finds what it reads around the position it makes, position 0.
 struct GaussPlaces {
-    int64_t step;    ///< from one position to the next
-    int64_t sample;  ///< of position 0
-    int64_t total;   ///< of position 0
-    int64_t first;   ///< positions outside first .. last have the sample 0, the total 0 before and
-    int64_t last;    ///< that of `last` behind; first > last: all are 0
+    int64_t step;       ///< from one position to the next
+    int64_t source[3];  ///< of position 0, by GaussTaps::Source
+    int64_t first;      ///< before this position everything is 0
+    int64_t last;       ///< behind this position samples are 0 and totals stay; second totals are not asked for there
+    int64_t zero;       ///< where 0 is found; kNoPlace when nothing lies outside
 };
 
-/// Writes the program for one position and returns its length in words. Places that hold 0 are left out.
+constexpr int64_t kNoPlace = INT32_MIN;
+
+/// Writes the program for one position and returns its length in words.
 int writeGaussProgram(const GaussTaps& taps, const GaussPlaces& places, int32_t* program);
 
 /// How a narrow bell is summed and divided in 16 bits.
@@ -86,12 +100,12 @@ struct GaussDirect {
     // q = (n >> before) * multiplier >> 16 >> after, checked for all sums
     int32_t before;
     int32_t multiplier;
-    int32_t after;
+    int32_t after;  ///< above 0
 };
 
 GaussDirect makeGaussDirect(const GaussBell& bell);
 
-/// The same for a narrow bell. Positions outside first .. last find the sample 0 at `zero`.
-int writeGaussDirectProgram(const GaussDirect& direct, const GaussPlaces& places, int64_t zero, int32_t* program);
+/// The same for a narrow bell.
+int writeGaussDirectProgram(const GaussDirect& direct, const GaussPlaces& places, int32_t* program);
 
 }  // namespace QxFontEffect

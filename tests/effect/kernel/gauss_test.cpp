@@ -219,17 +219,22 @@ TEST(GaussDirect, DividesEverySumOfTheNarrowBells) {
 }
 
 TEST(GaussTaps, EverySplitIsTheBell) {
+    bool used[3] = {};
     for (const int peak : {kSoftPeak, kGlowPeak})
         for (int radius = 0; radius <= 300; ++radius) {
             const GaussBell bell = makeGaussBell(radius, peak);
             const GaussTaps taps = makeGaussTaps(bell);
-            std::vector<int> heights(static_cast<size_t>(radius) + 2);
-            int base = 0;
-            for (int reach = 0; reach <= radius + 1; ++reach) {
-                int single = 0;
+            used[taps.highest] = true;
+            // Heights by reach: as they stand, as steps, and as changes of the slope.
+            std::vector<int> heights(static_cast<size_t>(radius) + 3);
+            int level = 0, slope = 0;
+            for (int k = 0; k <= radius + 2; ++k) {
+                int parts[3] = {};
                 for (int t = 0; t < taps.count; ++t)
-                    if (taps.taps[t].distance == reach) (taps.taps[t].ofTotals ? base : single) += taps.taps[t].height;
-                heights[static_cast<size_t>(reach)] = base + single;
+                    if (taps.taps[t].distance == k) parts[taps.taps[t].source] += taps.taps[t].factor;
+                slope += parts[GaussTaps::kSecondTotals];
+                level += slope + parts[GaussTaps::kTotals];
+                heights[static_cast<size_t>(k)] = level + parts[GaussTaps::kSamples];
             }
             std::vector<int> wanted(heights.size());
             for (int b = 0; b < bell.boxCount; ++b)
@@ -237,6 +242,7 @@ TEST(GaussTaps, EverySplitIsTheBell) {
             ASSERT_EQ(heights, wanted) << radius;
             ASSERT_LE(taps.count, bell.boxCount + GaussProgram::kSpareTaps) << radius;
         }
+    EXPECT_TRUE(used[0] && used[1] && used[2]);
 }
 
 }  // namespace
