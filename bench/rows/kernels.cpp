@@ -4,7 +4,7 @@
 #include <string>
 
 #include "effect/QxBevel.h"
-#include "effect/kernel/distance.h"
+#include "effect/exact_distances.h"
 #include "effect/kernel/gauss_weights.h"
 #include "peers/peers.h"
 #include "plain/plain.h"
@@ -55,25 +55,41 @@ Row blurRow(const Mask& mask, int radius) {
             }};
 }
 
+/// A map whose rows are whole blocks.
 struct DistanceScene {
     explicit DistanceScene(const Mask& mask)
-        : scratch(static_cast<size_t>(exactDistanceScratchBytes(mask.width, mask.height)) / sizeof(float) + 1),
-          map(mask.coverage.size()) {}
+        : width(mask.width),
+          height(mask.height),
+          stride(distanceBlocks(width) * ptrdiff_t{kDistanceBlock}),
+          samples(static_cast<size_t>(stride) * static_cast<size_t>(height)) {}
 
-    std::vector<float> scratch, map;
+    PlaneF map() { return {samples.data(), width, height, stride}; }
+    std::vector<float> withoutMargin() const {
+        std::vector<float> all;
+        for (int y = 0; y < height; ++y) {
+            const auto row = samples.begin() + y * stride;
+            all.insert(all.end(), row, row + width);
+        }
+        return all;
+    }
+
+    int width, height;
+    ptrdiff_t stride;
+    std::vector<float> samples;
 };
 
 Row distanceRow(const Mask& mask, int radius) {
     return {"distance transform", mask.name, std::to_string(radius), mask.pixels(), [&mask, radius] {
                 const auto scene = std::make_shared<DistanceScene>(mask);
-                const PlaneF map{scene->map.data(), mask.width, mask.height, mask.width};
+                const PlaneF map = scene->map();
                 Case work;
-                work.ours = [scene, &mask, radius, map] {
-                    exactDistances({mask.plane(), 0, 0}, false, radius, scene->scratch.data(), map);
+                work.ours = [&mask, radius, map] {
+                    ExactDistances rows({mask.plane(), 0, 0}, false, radius, map.width, map.height);
+                    for (int y = 0; y < map.height; ++y) rows.next(map.row(y));
                 };
                 work.plain = [&mask, radius, map] { plain::distances(mask.plane(), radius, map); };
                 work.peer = peers::distances(mask.plane(), radius, map);
-                work.result = [scene] { return scene->map; };
+                work.result = [scene] { return scene->withoutMargin(); };
                 // The library's square root is good to 0.2 per cent.
                 work.peerSlack = 0.002 * radius;
                 return work;

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "base/Scratch.h"
 #include "effect/core_inputs.h"
 #include "effect/core_record.h"
+#include "effect/exact_distances.h"
 #include "effect/kernel/distance.h"
 #include "effect/kernel/gauss.h"
+#include "effect/outline_distances.h"
 #include "effect/relief_passes.h"
 #include "effect/safe_convert.h"
 #include "pixel/QxBlender.h"
@@ -21,6 +24,10 @@ constexpr int kSmooth = 0;
 // From this radius on the smooth band takes the exact transform; below, sub-pixel coverage is worth more.
 constexpr int kExactRadius = 11;
 
+// On sides up to this the plain transform is exact: squares add up below 2^24, and no two crossings of parabolas come
+// so close to each other or to a whole number that a float could not tell them apart. Beyond, its rounding shows.
+constexpr int kMaxExactSide = 2896;
+
 int32_t bandRadius(const QxBevelProperty& property) {
     const int32_t size = truncToInt(property.size);
     if (property.technique != kSmooth) return saturateToInt(int64_t{size} + 2);
@@ -31,6 +38,41 @@ int32_t bandRadius(const QxBevelProperty& property) {
 QxRect withFarEdges(const QxRect& rect) {
     return {rect.left, rect.top, saturateToInt(int64_t{rect.right} + 1), saturateToInt(int64_t{rect.bottom} + 1)};
 }
+
+/// The height field of a bevel, in one of four ways. Those that cannot be cut make the whole area be worked out.
+class BevelHeights {
+public:
+    BevelHeights(ReliefArea& area, const ParamPostProcessing& p, int radius, bool inside, bool exact) {
+        const ConstPlane8 coverage = coverageOf(*p.srcBitmap);
+        const bool large = radius > kMaxSearchRadius || std::max(area.width, area.height) > kMaxExactSide;
+        if (exact && large) area.workAll();
+        const int width = area.worked.width(), height = area.worked.height();
+        if (!exact && radius <= NearOutlineDistances::kMaxRadius)
+            mNear.emplace(inkOn(area, coverage, *p.textRect), inside, radius, width, height);
+        else if (!exact)
+            mFar.emplace(inkOn(area, coverage, *p.textRect), inside, radius, width, height);
+        else if (!large)
+            mExact.emplace(inkOn(area, coverage, withFarEdges(*p.textRect)), inside, radius, width, height);
+        else if (fitsMemory(area.worked))
+            mPlain.emplace(inkOn(area, coverage, withFarEdges(*p.textRect)), inside, radius, width, height);
+    }
+
+    /// Null without memory.
+    HeightRows* rows() {
+        HeightRows* made = nullptr;
+        if (mNear) made = &*mNear;
+        if (mFar) made = &*mFar;
+        if (mExact) made = &*mExact;
+        if (mPlain) made = &*mPlain;
+        return made != nullptr && made->ready() ? made : nullptr;
+    }
+
+private:
+    std::optional<NearOutlineDistances> mNear;
+    std::optional<FarOutlineDistances> mFar;
+    std::optional<ExactDistances> mExact;
+    std::optional<PlainDistances> mPlain;
+};
 
 }  // namespace
 
@@ -101,36 +143,22 @@ void QxBevel::doPostProcessing(ParamPostProcessing* p) {
     const bool smooth = property->technique == kSmooth;
 
     const int32_t radius = bandRadius(*property);
-    const int32_t bandBlur = smooth ? radius : 0;
-    const int64_t margin = std::max(2 * int64_t{property->soften}, 2 * int64_t{bandBlur}) + radius;
+    const int32_t soften = property->soften;
+    const ReliefBlur blurs[] = {{smooth ? radius : 0, radius}, {soften, soften}};
+    const int64_t margin = std::max(2 * int64_t{soften}, 2 * int64_t{blurs[0].radius}) + radius;
     ReliefArea area;
-    if (radius < 1 || !reliefArea(*p->textRect, margin, area)) return;
+    if (radius < 1 || !reliefArea(*p->textRect, margin, blurs, 2, p->dstBitmap->width, p->dstBitmap->height, area))
+        return;
 
-    Scratch<float> distances(area.width, area.height);
-    ReliefMaps maps(area.width, area.height);
-    Scratch<uint32_t> pixels(area.width);
-    Scratch<uint8_t> scratch(exactDistanceScratchBytes(area.width, area.height));
-    if (!distances || !maps || !pixels || !scratch) return;
+    BevelHeights heights(area, *p, radius, inside, smooth && radius >= kExactRadius);
+    ReliefPainter painter(area, reliefLight(*property), {static_cast<float>(radius), 1.0f, false, inside},
+                          {smooth ? kSmoothGain : 1.0f, property->highlightColor, property->shadowColor});
+    if (heights.rows() == nullptr || !painter) return;
 
-    const PlaneF map{distances.data(), area.width, area.height, area.width};
-    const ConstPlane8 coverage = coverageOf(*p->srcBitmap);
-    if (smooth && radius >= kExactRadius) {
-        exactDistances(inkOn(area, coverage, withFarEdges(*p->textRect)), inside, radius, scratch.data(), map);
-    } else {
-        outlineDistances(inkOn(area, coverage, *p->textRect), inside, radius, map);
-    }
-    maps.light({map.data, map.width, map.height, map.stride}, reliefLight(*property),
-               {static_cast<float>(radius), 1.0f, false, inside});
-    if (smooth && !maps.blur(bandBlur, bandBlur)) return;
-    if (property->soften >= 1 && !maps.blur(property->soften, property->soften)) return;
-
-    ReliefColors colors;
-    makeReliefColors(smooth ? kSmoothGain : 1.0f, property->highlightColor, property->shadowColor, colors);
     const int mode = p->layerMode == 1 ? QXE_BLEND_SRC_OVER : QXE_BLEND_DST_OVER;
-    for (int y = 0; y < area.height; ++y) {
-        colorReliefRow(maps.shadowRow(y), maps.highlightRow(y), area.width, colors, pixels.data());
-        QxBlender::drawBitmapBlend32(area.x, area.y + y, p->dstBitmap, pixels.data(), area.width, 1, area.width, mode);
-    }
+    painter.paint(*heights.rows(), [&](int x, int y, int count, uint32_t* pixels) {
+        QxBlender::drawBitmapBlend32(area.x + x, area.y + y, p->dstBitmap, pixels, count, 1, count, mode);
+    });
 }
 
 int QxBevel::getOffset() {

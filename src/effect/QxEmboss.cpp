@@ -4,9 +4,9 @@
 #include <cmath>
 
 #include "base/Scratch.h"
+#include "effect/band_heights.h"
 #include "effect/core_inputs.h"
 #include "effect/core_record.h"
-#include "effect/kernel/distance.h"
 #include "effect/relief_passes.h"
 #include "effect/safe_convert.h"
 #include "pixel/QxBlender.h"
@@ -18,44 +18,36 @@ constexpr int kSmooth = 0;
 
 /// How a record's size divides, in pixels.
 struct EmbossBand {
-    float half;        // of the lit band
-    int32_t reach;     // pixels outside the text rectangle that the band can light
-    int32_t blur;      // of the smooth technique
-    int32_t distance;  // to which distances must be known
+    float half;     // of the lit band
+    int32_t reach;  // pixels outside the text rectangle that the band can light
+    int32_t blur;   // of the smooth technique
 };
 
 EmbossBand embossBand(const QxEmbossProperty& property) {
     const float half = std::max(property.size, 0.0f) * 0.5f;
-    EmbossBand band{half, 0, 0, 0};
+    EmbossBand band{half, 0, 0};
     if (property.technique == kSmooth) {
         band.blur = truncToInt(std::ceil(half / 3.0f));
         band.half = half / 3.0f * 2.0f;
     }
     // The outline can lie as far out as the rectangle's edge, from where the next centre is half a pixel away.
-    band.distance = truncToInt(std::ceil(band.half + 0.5f));
-    band.reach = band.distance - 1;
+    band.reach = saturateToInt(int64_t{truncToInt(std::ceil(band.half + 0.5f))} - 1);
     return band;
 }
 
-/// Turns distances from the outline's two sides into heights above the band's inner end.
-void joinSides(const PlacedInk& ink, float half, ConstPlaneF fromInside, PlaneF heights) {
-    for (int y = 0; y < heights.height; ++y) {
-        const float* inner = fromInside.row(y);
-        float* outer = heights.row(y);
-        const bool inkRow = y >= ink.y && y < ink.y + ink.coverage.height;
-        for (int x = 0; x < heights.width; ++x) {
-            const bool full =
-                inkRow && x >= ink.x && x < ink.x + ink.coverage.width && ink.coverage.row(y - ink.y)[x - ink.x] == 255;
-            const float distance = full ? 0.5f - inner[x] : outer[x] - 0.5f;
-            outer[x] = std::clamp(distance + half, 0.0f, 2.0f * half);
-        }
-    }
-}
-
-/// Empties the pixels of a row that the other bitmap shows.
-void keepHalf(const uint8_t* coverage, int count, int hiddenAt, uint32_t* pixels) {
-    for (int x = 0; x < count; ++x)
-        if (coverage[x] == hiddenAt) pixels[x] = 0;
+/// Copies the pixels of a row but for those of one value of coverage, which become 0.
+///
+/// @param x, y  of the row's first pixel, in pixels of the ink's plane.
+void copyBut(uint8_t hidden, const PlacedInk& ink, int x, int y, int count, const uint32_t* from, uint32_t* to) {
+    const int row = y - ink.y;
+    const bool inked = row >= 0 && row < ink.coverage.height;
+    const int begin = inked ? std::clamp(ink.x - x, 0, count) : count;
+    const int end = inked ? std::clamp(ink.x + ink.coverage.width - x, begin, count) : count;
+    std::copy_n(from, count, to);
+    if (hidden == 0) std::fill(to, to + begin, 0u);
+    if (hidden == 0) std::fill(to + end, to + count, 0u);
+    for (int i = begin; i < end; ++i)
+        if (ink.coverage.row(row)[x + i - ink.x] == hidden) to[i] = 0;
 }
 
 }  // namespace
@@ -77,51 +69,39 @@ void QxEmboss::setProperty(QxProperty* p) {
 }
 
 void QxEmboss::doPostProcessing(ParamPostProcessing* p) {
-    if (!drawable(p, property) || !hasFiniteSettings(*property)) return;
+    if (!drawable(p, property) || !hasFiniteSettings(*property) || !(property->size > 0.0f)) return;
+    const bool smooth = property->technique == kSmooth;
+    const QxBitmap& base = hasPixels(p->baseBitmap, 4) ? *p->baseBitmap : *p->dstBitmap;
+
     const EmbossBand band = embossBand(*property);
     const int32_t soften = std::max(property->soften, 0);
+    const ReliefBlur blurs[] = {{band.blur, 0}, {soften, 0}};
     // At least one pixel beyond the band, since the area's outermost pixels are not lit.
     const int64_t margin = int64_t{band.reach} + std::max(int64_t{band.blur} + soften, int64_t{1});
     ReliefArea area;
-    if (!(property->size > 0.0f) || !reliefArea(*p->textRect, margin, area)) return;
+    if (!reliefArea(*p->textRect, margin, blurs, 2, std::max(base.width, p->dstBitmap->width),
+                    std::max(base.height, p->dstBitmap->height), area))
+        return;
 
-    Scratch<float> outer(area.width, area.height), inner(area.width, area.height);
-    ReliefMaps maps(area.width, area.height);
-    Scratch<uint32_t> pixels(area.width), half(area.width);
-    Scratch<uint8_t> coverage(area.width);
-    if (!outer || !inner || !maps || !pixels || !half || !coverage) return;
-
-    const PlaneF heights{outer.data(), area.width, area.height, area.width};
-    const PlaneF fromInside{inner.data(), area.width, area.height, area.width};
     const PlacedInk ink = inkOn(area, coverageOf(*p->srcBitmap), *p->textRect);
-    outlineDistances(ink, false, band.distance, heights);
-    outlineDistances(ink, true, band.distance, fromInside);
-    joinSides(ink, band.half, {inner.data(), area.width, area.height, area.width}, heights);
+    BandHeights heights(ink, band.half, area.worked.width(), area.worked.height());
+    ReliefPainter painter(area, reliefLight(*property), {2.0f * band.half, 255.0f, true, false},
+                          {smooth ? kSmoothGain : 1.0f, property->highlightColor, property->shadowColor});
+    Scratch<uint32_t> half(area.shown.width());
+    if (!heights.ready() || !painter || !half) return;
 
-    maps.light({outer.data(), area.width, area.height, area.width}, reliefLight(*property),
-               {2.0f * band.half, 255.0f, true, false});
-    if (band.blur >= 1 && !maps.blur(band.blur, 0)) return;
-    if (soften >= 1 && !maps.blur(soften, 0)) return;
-
-    ReliefColors colors;
-    makeReliefColors(property->technique == kSmooth ? kSmoothGain : 1.0f, property->highlightColor,
-                     property->shadowColor, colors);
     const int mode = p->layerMode == 1 ? QXE_BLEND_SRC_OVER : QXE_BLEND_DST_OVER;
-    const bool split = p->baseBitmap != nullptr && p->baseBitmap != p->dstBitmap;
-    for (int y = 0; y < area.height; ++y) {
-        colorReliefRow(maps.shadowRow(y), maps.highlightRow(y), area.width, colors, pixels.data());
-        if (split) {
-            std::fill_n(coverage.data(), area.width, uint8_t{0});
-            if (y >= ink.y && y < ink.y + ink.coverage.height)
-                std::copy_n(ink.coverage.row(y - ink.y), ink.coverage.width, coverage.data() + ink.x);
-            std::copy_n(pixels.data(), area.width, half.data());
-            keepHalf(coverage.data(), area.width, 0, half.data());
-            keepHalf(coverage.data(), area.width, 255, pixels.data());
-            QxBlender::drawBitmapBlend32(area.x, area.y + y, p->baseBitmap, half.data(), area.width, 1, area.width,
-                                         mode);
-        }
-        QxBlender::drawBitmapBlend32(area.x, area.y + y, p->dstBitmap, pixels.data(), area.width, 1, area.width, mode);
-    }
+    const auto blend = [&](const QxBitmap& dst, int x, int y, int count, uint32_t* pixels) {
+        QxBlender::drawBitmapBlend32(area.x + x, area.y + y, &dst, pixels, count, 1, count, mode);
+    };
+    painter.paint(heights, [&](int x, int y, int count, uint32_t* pixels) {
+        if (&base == p->dstBitmap) return blend(base, x, y, count, pixels);
+        const int inkX = x - area.worked.left, inkY = y - area.worked.top;
+        copyBut(0, ink, inkX, inkY, count, pixels, half.data());
+        blend(base, x, y, count, half.data());
+        copyBut(255, ink, inkX, inkY, count, pixels, half.data());
+        blend(*p->dstBitmap, x, y, count, half.data());
+    });
 }
 
 int QxEmboss::getOffset() {

@@ -92,6 +92,32 @@ TEST(Bevel, HardBandsBeyondTheRootTableEqualThePlainLoops) {
     }
 }
 
+TEST(Bevel, LinesSoLongThatTheTransformRoundsEqualThePlainLoops) {
+    for (const int style : {0, 1}) {
+        Rng rng(static_cast<uint64_t>(style));
+        CorePicture picture(9000, 3);
+        // Dots up to a band apart, so that crossings lie everywhere along the line.
+        for (int x = 0; x < 9000; x += rng.between(1, 23)) picture.ink(x, rng.between(0, 2)) = rng.byte();
+        CorePicture want = picture;
+        const QxBevelProperty record = plainRecord(style, 15.0f, 0);
+        test::reference::bevel(record, want.params());
+        runs(picture, record);
+        EXPECT_SAME_PLANE(want.outputPlane(), picture.outputPlane(), "style", style);
+    }
+}
+
+TEST(Bevel, BandsFarWiderThanThePictureEndSoon) {
+    for (const int style : {0, 1})
+        for (const float size : {400.0f, 1e4f, 1e6f}) {
+            CorePicture hard(60, 50), smooth(60, 50);
+            inkRing(hard, 14.0f);
+            inkRing(smooth, 14.0f);
+            runs(hard, plainRecord(style, size, 1));
+            EXPECT_FALSE(hard.blank()) << size;
+            if (size < 1e4f) runs(smooth, plainRecord(style, size, 0));
+        }
+}
+
 TEST(Bevel, SettingsThatAreNoNumberOrBeyondAllMemoryDrawNothing) {
     const QxBevelProperty records[] = {
         plainRecord(0, kNaN, 0),

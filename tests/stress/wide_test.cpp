@@ -90,7 +90,7 @@ TEST(Wide, ALineOfTwentyThousandPixelsIsDrawnAlikeFromEndToEnd) {
     drawEqualLetters(20000, 200, 120, addLocalEffects);
 }
 
-TEST(Wide, DISABLED_AHugeLineWithEveryReliefIsDrawnAlikeFromEndToEnd) {
+TEST(Wide, AHugeLineWithEveryReliefIsDrawnAlikeFromEndToEnd) {
     const test::CapturedLog log;
     drawEqualLetters(20000, 400, 250, [](QxEffect& stack) {
         addLocalEffects(stack);

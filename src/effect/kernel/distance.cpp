@@ -95,15 +95,4 @@ void exactDistances(const PlacedInk& ink, bool inside, int radius, void* scratch
     }
 }
 
-void outlineDistances(const PlacedInk& ink, bool inside, int radius, PlaneF map) {
-    const float limit = static_cast<float>(radius);
-    for (int y = 0; y < map.height; ++y)
-        for (int x = 0; x < map.width; ++x) {
-            // A little below 255, so that full coverage is past 1 however the quotient rounds.
-            const float covered = static_cast<float>(coverageAt(ink, x, y) ^ (inside ? 255 : 0)) / 254.99f;
-            map.row(y)[x] = covered <= 0.001f ? limit : covered < 1.0f ? 1.0f - covered : 0.0f;
-        }
-    refineDistances(map, radius, 0, map.height);
-}
-
 }  // namespace QxFontEffect

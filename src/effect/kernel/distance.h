@@ -47,11 +47,4 @@ void exactDistances(const PlacedInk& ink, bool inside, int radius, void* scratch
 
 int64_t exactDistanceScratchBytes(int width, int height);
 
-/// Distances, up to `radius`, from the outline as the coverage tells where inside a pixel it lies: 0 where coverage is
-/// full, 1 - coverage where it is partial, and from there on to the pixels that have none. With `inside` from the
-/// complement of the coverage.
-///
-/// @param map  written.
-void outlineDistances(const PlacedInk& ink, bool inside, int radius, PlaneF map);
-
 }  // namespace QxFontEffect

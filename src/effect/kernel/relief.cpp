@@ -1,7 +1,6 @@
 #include "effect/kernel/relief.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "effect/kernel/sqrt_table.h"
 
@@ -29,12 +28,6 @@ inline uint8_t applied(int alpha, int shade, int strength) {
     return static_cast<uint8_t>(product >= 65536 ? 255 : product < 0 ? 0 : product >> 8);
 }
 
-uint32_t premultipliedBy(uint32_t color, uint32_t strength) {
-    uint32_t pixel = strength << 24;
-    for (int shift = 0; shift <= 16; shift += 8) pixel |= (((color >> shift & 255u) + 1) * strength >> 8) << shift;
-    return pixel;
-}
-
 }  // namespace
 
 void lightReliefRow(const float* above, const float* here, const float* below, int count, const ReliefLight& light,
@@ -49,23 +42,6 @@ void lightReliefRow(const float* above, const float* here, const float* below, i
         const int shaded = band.rising ? static_cast<int>(shade + 1.0f) : 255 - static_cast<int>(shade);
         shadow[x] = applied(light.shadowAlpha, shaded, strength);
         highlight[x] = applied(light.highlightAlpha, lit, strength);
-    }
-}
-
-void makeReliefColors(float gain, uint32_t highlightColor, uint32_t shadowColor, ReliefColors& colors) {
-    for (uint32_t i = 0; i < 256; ++i) {
-        colors.gained[i] = static_cast<uint16_t>(gain * static_cast<float>(i));
-        colors.highlight[i] = premultipliedBy(highlightColor, i);
-        colors.shadow[i] = premultipliedBy(shadowColor, i);
-    }
-}
-
-void colorReliefRow(const uint8_t* shadow, const uint8_t* highlight, int count, const ReliefColors& colors,
-                    uint32_t* dst) {
-    for (int x = 0; x < count; ++x) {
-        const int difference = colors.gained[highlight[x]] - colors.gained[shadow[x]];
-        const int strength = std::min(std::abs(difference), 255);
-        dst[x] = difference > 0 ? colors.highlight[strength] : colors.shadow[strength];
     }
 }
 

@@ -2,8 +2,6 @@
 
 #include <cstdint>
 
-#include "pixel/plane.h"
-
 namespace QxFontEffect {
 
 /// A directed light over a height field.
@@ -35,19 +33,12 @@ struct ReliefBand {
 void lightReliefRow(const float* above, const float* here, const float* below, int count, const ReliefLight& light,
                     const ReliefBand& band, uint8_t* shadow, uint8_t* highlight);
 
-/// What a pair of map bytes becomes: one of two premultiplied colours, as strong as the maps differ.
+/// How a pair of map bytes becomes a pixel: both are multiplied by the gain and truncated, and the larger one's colour
+/// is as strong as they differ, up to 255.
 struct ReliefColors {
-    uint16_t gained[256];     ///< a map byte after the gain
-    uint32_t highlight[256];  ///< A << 24 | R << 16 | G << 8 | B by strength
-    uint32_t shadow[256];
+    float gain;
+    uint32_t highlight;  ///< A, R, G, B; the alpha byte is not read
+    uint32_t shadow;
 };
-
-/// @param gain  factor of both maps, truncated to whole numbers after it.
-/// @param highlightColor, shadowColor  A, R, G, B; the alpha byte is not read.
-void makeReliefColors(float gain, uint32_t highlightColor, uint32_t shadowColor, ReliefColors& colors);
-
-/// Turns one row of both maps into premultiplied pixels.
-void colorReliefRow(const uint8_t* shadow, const uint8_t* highlight, int count, const ReliefColors& colors,
-                    uint32_t* dst);
 
 }  // namespace QxFontEffect
