@@ -22,8 +22,11 @@ struct UnitBlock {
 
 /// Right-to-left scripts and direction controls: all blocks with characters of the bidi classes R, AL and AN, and the
 /// surrogates that lead to some.
-constexpr UnitBlock kTurningBlocks[] = {{0x0590, 0x08FF}, {0x200E, 0x202E}, {0x2066, 0x2069}, {0xD802, 0xD803},
-                                        {0xD83A, 0xD83B}, {0xFB1D, 0xFDFF}, {0xFE70, 0xFEFF}};
+constexpr UnitBlock kTurningBlocks[] = {{0x0590, 0x08FF}, {0x200E, 0x200F}, {0x202A, 0x202E}, {0x2066, 0x2069},
+                                        {0xD802, 0xD803}, {0xD83A, 0xD83B}, {0xFB1D, 0xFDFF}, {0xFE70, 0xFEFF}};
+
+/// Two blocks around all of those: most texts lie outside, Latin, Greek, Cyrillic, Han, Kana and Hangul among them.
+constexpr UnitBlock kAroundTurningBlocks[] = {{0x0590, 0x2069}, {0xD802, 0xFFFF}};
 
 /// Separators of paragraphs, embeddings and isolates.
 constexpr UnitBlock kStructureBlocks[] = {{0x000A, 0x000A}, {0x000D, 0x000D}, {0x001C, 0x001E},
@@ -31,21 +34,34 @@ constexpr UnitBlock kStructureBlocks[] = {{0x000A, 0x000A}, {0x000D, 0x000D}, {0
 
 /// A wrapped paragraph is searched once for each of its lines, so this must run as fast as memory is read: plain
 /// loops over 16-bit numbers, which compilers turn into vector code.
+constexpr size_t kStretch = 1024;
+
 template <size_t kCount>
-bool holdsAny(const UnitBlock (&blocks)[kCount], const uint16_t* text, size_t count) {
-    constexpr size_t kStretch = 1024;
-    for (size_t start = 0; start < count; start += kStretch) {
-        const size_t end = std::min(count, start + kStretch);
-        uint16_t found = 0;
-        for (const UnitBlock& block : blocks) {
-            const uint16_t size = static_cast<uint16_t>(block.last - block.first);
-            for (size_t i = start; i < end; ++i) {
-                const uint16_t offset = static_cast<uint16_t>(text[i] - block.first);
-                found = static_cast<uint16_t>(found | (offset <= size ? 1 : 0));
-            }
+bool stretchHoldsAny(const UnitBlock (&blocks)[kCount], const uint16_t* text, size_t count) {
+    uint16_t found = 0;
+    for (const UnitBlock& block : blocks) {
+        const uint16_t size = static_cast<uint16_t>(block.last - block.first);
+        for (size_t i = 0; i < count; ++i) {
+            const uint16_t offset = static_cast<uint16_t>(text[i] - block.first);
+            found = static_cast<uint16_t>(found | (offset <= size ? 1 : 0));
         }
-        if (found != 0) return true;
     }
+    return found != 0;
+}
+
+bool mayTurn(const uint16_t* text, size_t count) {
+    for (size_t start = 0; start < count; start += kStretch) {
+        const size_t length = std::min(count - start, kStretch);
+        if (stretchHoldsAny(kAroundTurningBlocks, text + start, length) &&
+            stretchHoldsAny(kTurningBlocks, text + start, length))
+            return true;
+    }
+    return false;
+}
+
+bool hasStructure(const uint16_t* text, size_t count) {
+    for (size_t start = 0; start < count; start += kStretch)
+        if (stretchHoldsAny(kStructureBlocks, text + start, std::min(count - start, kStretch))) return true;
     return false;
 }
 
@@ -115,7 +131,7 @@ Analysis shortestAnalysis(const uint16_t* text, size_t count, size_t lineStart, 
     const size_t paragraph = u_charDirection(text[0]) == U_BLOCK_SEPARATOR ? 1 : 0;
     size_t start = lineStart;
     while (start > paragraph && !strongLetterStartsAt(text, count, start)) --start;
-    if (start <= paragraph || holdsAny(kStructureBlocks, text + paragraph, count - paragraph)) return whole;
+    if (start <= paragraph || hasStructure(text + paragraph, count - paragraph)) return whole;
 
     const bool byFirstStrong = wanted == UBIDI_DEFAULT_LTR || wanted == UBIDI_DEFAULT_RTL;
     const UBiDiLevel level = byFirstStrong ? levelByFirstStrong(text, count, paragraph) : wanted;
@@ -149,7 +165,7 @@ std::vector<DirectionRun> directionRuns(const uint16_t* text, size_t count, Unit
 
     // Most paragraphs have one direction only.
     const bool startsLeft = bidi == Bidi::LTR || bidi == Bidi::DEFAULT_LTR;
-    if (startsLeft && !holdsAny(kTurningBlocks, text, count)) return leftToRight;
+    if (startsLeft && !mayTurn(text, count)) return leftToRight;
 
     const std::unique_ptr<UBiDi, UBiDiDeleter> resolver(ubidi_open());
     if (resolver == nullptr) return leftToRight;

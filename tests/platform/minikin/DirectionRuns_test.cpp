@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <unicode/ubidi.h>
+#include <unicode/unistr.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <random>
@@ -113,6 +115,21 @@ TEST(DirectionRuns, ShortcutsEqualTheAnalysisOfTheWholeParagraph) {
                   written(merged(runsOfWholeParagraph(text, line, level.level))))
             << testing::PrintToString(text) << ", round " << i << ", line " << line.start << " to " << line.end
             << ", level " << int{level.level};
+    }
+}
+
+/// The shortcut for texts of one direction knows the characters that can turn one by blocks of its own.
+TEST(DirectionRuns, EveryCharacterThatTurnsTheTextIsSeen) {
+    // The planes beyond these two hold ideographs, marks and private use only.
+    for (UChar32 c = 0; c <= 0x1FFFF; ++c) {
+        if (U_IS_SURROGATE(c)) continue;
+        std::u16string text = u"a1";
+        text.append(reinterpret_cast<const char16_t*>(icu::UnicodeString(c).getBuffer()),
+                    static_cast<size_t>(U16_LENGTH(c)));
+        text += u"1!b";
+        const UnitRange line = {0, text.size()};
+        ASSERT_EQ(written(merged(runsOf(text, line, Bidi::LTR))), written(merged(runsOfWholeParagraph(text, line, 0))))
+            << std::hex << c;
     }
 }
 
