@@ -1,6 +1,7 @@
 // The loops of distance_kernels.h, included once per instruction set.
 
 #include "effect/kernel/distance_kernels.h"
+#include "effect/kernel/vector_root.h"
 #include "effect/kernel/vectors.h"
 
 namespace QxFontEffect {
@@ -78,13 +79,6 @@ void leastOfBlocks(const uint16_t* squares, int count, uint16_t* least) {
         for (int i = 1; i < kU16Lanes; ++i) lowest = values[i] < lowest ? values[i] : lowest;
         least[block] = lowest;
     }
-}
-
-/// x times an estimate of 1 / sqrt(x) from the bits of x and one Newton step, as fsqrt does it.
-inline F32s fastRoot(F32s x) {
-    const U32s guess = 0x5F3759DFu - (reinterpret_cast<U32s>(x) >> 1);
-    const F32s r = reinterpret_cast<F32s>(guess);
-    return x * (r * (1.5f - 0.5f * x * r * r));
 }
 
 /// Roots of squares up to radius^2, `radius` for larger ones.

@@ -1,6 +1,7 @@
 // The loops of relief_kernels.h, included once per instruction set.
 
 #include "effect/kernel/relief_kernels.h"
+#include "effect/kernel/vector_root.h"
 #include "effect/kernel/vectors.h"
 
 namespace QxFontEffect {
@@ -20,12 +21,6 @@ inline F32s truncated(F32s v) {
 /// 0..255; a NaN gives 0.
 inline F32s byteRange(F32s v) {
     return lesser(v > F32s{} ? v : F32s{}, same(255.0f));
-}
-
-/// As in fsqrt: x times an estimate of 1 / sqrt(x) from the bits of x and one Newton step.
-inline F32s fastRoot(F32s x) {
-    const F32s r = reinterpret_cast<F32s>(0x5F3759DFu - (reinterpret_cast<U32s>(x) >> 1));
-    return x * (r * (1.5f - 0.5f * x * r * r));
 }
 
 inline F32s strengthOf(F32s height, const ReliefBand& band) {
