@@ -1,6 +1,7 @@
 #include "bridge/font_natives.h"
 
 #include <memory>
+#include <mutex>
 #include <new>
 #include <string>
 
@@ -42,6 +43,14 @@ struct ReleaseFamilies {
 /// A list of QxFontFamily records, with the records.
 using OwnedFamilies = std::unique_ptr<List, ReleaseFamilies>;
 
+/// Only the first list is adopted: another thread, or a getter called on the way, may have been faster.
+bool adoptFamilies(OwnedFamilies families) {
+    static std::mutex mutex;
+    const std::lock_guard<std::mutex> lock(mutex);
+    FontManager* const manager = FontManager::GetInstance();
+    return manager->IsSystemFontFamiliesAlreadySet() || manager->SetSystemFontFamilies(families.release());
+}
+
 bool adoptConfig(JNIEnv* env, jobject fontConfig) {
     OwnedFamilies families(new (std::nothrow) List);
     if (families == nullptr || !families->Construct()) return false;
@@ -49,7 +58,7 @@ bool adoptConfig(JNIEnv* env, jobject fontConfig) {
     if (!ConvertToFontFamilies(env, fontConfig, families.get()))
         return logFailure("QxFontManager_SetFontConfig - cannot convert to native families");
     logDebug(kFontTag, "QxFontManager_SetFontConfig <<<< ConvertToFontFamilies");
-    return FontManager::GetInstance()->SetSystemFontFamilies(families.release());
+    return adoptFamilies(std::move(families));
 }
 
 }  // namespace

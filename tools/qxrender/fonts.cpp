@@ -12,6 +12,7 @@
 
 #include "base/List.h"
 #include "base/QxString.h"
+#include "base/utf8.h"
 #include "failure.h"
 #include "font/FontManager.h"
 #include "font/QxFontData.h"
@@ -131,6 +132,9 @@ Face requestedFace(const FontRequest& request) {
         throw Failure(request.family.empty() ? "no fonts are installed"
                                              : "no font family '" + request.family + "' is installed");
     }
+    // The library looks its fonts up by names in Unicode.
+    if (!isWellFormedUtf8(request.file.data(), request.file.size()))
+        throw Failure("the name of font '" + request.file + "' is not UTF-8");
     if (access(request.file.c_str(), R_OK) != 0)
         throw Failure("cannot read font '" + request.file + "': " + std::strerror(errno));
     const auto face = inspectFile(request.file);

@@ -60,7 +60,7 @@ std::vector<qxhost::Face> facesOf(const std::vector<std::string>& files, const s
 
 // Order of the numbers and settings in HostLibrary.layOut.
 enum Number { kSize, kScaleX, kSkewX, kLetterSpacing, kWidth, kSpacing };
-enum Setting { kFlags, kElegant, kBold, kItalic, kAlignment };
+enum Setting { kFlags, kElegant, kWeight, kItalic, kAlignment };
 
 android::Paint paintOf(const std::vector<jfloat>& numbers, const std::vector<jint>& settings,
                        const std::string& features, const std::string& locales) {
@@ -78,7 +78,8 @@ android::Paint paintOf(const std::vector<jfloat>& numbers, const std::vector<jin
 }
 
 qxhost::ParagraphStyle styleOf(const std::vector<jfloat>& numbers, const std::vector<jint>& settings) {
-    constexpr Alignment kAlignments[] = {Alignment::Start, Alignment::End, Alignment::Center};
+    constexpr Alignment kAlignments[] = {Alignment::Start, Alignment::End, Alignment::Center, Alignment::Left,
+                                         Alignment::Right};
     return {numbers[kWidth], kAlignments[settings[kAlignment]], numbers[kSpacing]};
 }
 
@@ -124,7 +125,7 @@ JNIEXPORT jintArray JNICALL Java_qx_host_HostLibrary_layOut(JNIEnv* env, jclass,
     auto families = qxhost::makeFamilies(facesOf(stringsOf(env, files), intsOf(env, faces)), stringsOf(env, languages));
     std::unique_ptr<android::Typeface> typeface;
     if (!families.empty()) {
-        typeface.reset(android::Typeface::createFromFamilies(std::move(families), choices[kBold] != 0 ? 700 : -1,
+        typeface.reset(android::Typeface::createFromFamilies(std::move(families), choices[kWeight],
                                                              choices[kItalic] != 0 ? 1 : -1));
     }
     return linesToJava(

@@ -8,13 +8,6 @@
 
 namespace minikin {
 
-namespace {
-
-// OpenType only. Desktop builds of HarfBuzz may prefer a font's Graphite tables, which set other glyphs than a device.
-const char* const kShapers[] = {"ot", "fallback", nullptr};
-
-}  // namespace
-
 LineBuilder::LineBuilder(const FontCollection& collection, const TextSettings& settings)
     : mSettings(settings),
       mFeatures(shapingFeatures(settings)),
@@ -61,7 +54,7 @@ void LineBuilder::addPiece(const uint16_t* text, const TextPiece& piece, bool ri
 
 void LineBuilder::addFontRun(const uint16_t* text, UnitRange word, UnitRange run, FakedFont font, bool rightToLeft,
                              Pen* pen) {
-    const ScaledFont& scaledFont = scaled(font);
+    ScaledFont& scaledFont = scaled(font);
     // Scripts follow in text order even from right to left, as they do on the device.
     for (size_t start = run.start, end = 0; start < run.end; start = end) {
         const ScriptRun scriptRun = nextScriptRun(text, start, run.end);
@@ -72,7 +65,7 @@ void LineBuilder::addFontRun(const uint16_t* text, UnitRange word, UnitRange run
     }
 }
 
-void LineBuilder::shape(const uint16_t* text, UnitRange word, UnitRange run, hb_script_t script, const ScaledFont& font,
+void LineBuilder::shape(const uint16_t* text, UnitRange word, UnitRange run, hb_script_t script, ScaledFont& font,
                         bool rightToLeft) {
     hb_buffer_clear_contents(mBuffer);
     hb_buffer_set_script(mBuffer, script);
@@ -81,7 +74,7 @@ void LineBuilder::shape(const uint16_t* text, UnitRange word, UnitRange run, hb_
     if (language != HB_LANGUAGE_INVALID) hb_buffer_set_language(mBuffer, language);
     hb_buffer_add_utf16(mBuffer, text + word.start, static_cast<int>(word.length()),
                         static_cast<unsigned>(run.start - word.start), static_cast<int>(run.length()));
-    hb_shape_full(font.hbFont(), mBuffer, mFeatures.data(), static_cast<unsigned>(mFeatures.size()), kShapers);
+    font.shape(mBuffer, mFeatures);
 }
 
 void LineBuilder::placeGlyphs(const ScaledFont& font, size_t wordStart, float letterSpacing, Pen* pen) {
@@ -122,7 +115,7 @@ void LineBuilder::placeGlyphs(const ScaledFont& font, size_t wordStart, float le
     pen->x += half;
 }
 
-const ScaledFont& LineBuilder::scaled(FakedFont font) {
+ScaledFont& LineBuilder::scaled(FakedFont font) {
     for (const auto& known : mScaledFonts) {
         if (known->font() == font) return *known;
     }

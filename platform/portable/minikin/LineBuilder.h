@@ -41,10 +41,10 @@ private:
 
     void addPiece(const uint16_t* text, const TextPiece& piece, bool rightToLeft);
     void addFontRun(const uint16_t* text, UnitRange word, UnitRange run, FakedFont font, bool rightToLeft, Pen* pen);
-    void shape(const uint16_t* text, UnitRange word, UnitRange run, hb_script_t script, const ScaledFont& font,
+    void shape(const uint16_t* text, UnitRange word, UnitRange run, hb_script_t script, ScaledFont& font,
                bool rightToLeft);
     void placeGlyphs(const ScaledFont& font, size_t wordStart, float letterSpacing, Pen* pen);
-    const ScaledFont& scaled(FakedFont font);
+    ScaledFont& scaled(FakedFont font);
 
     const TextSettings& mSettings;
     const std::vector<hb_feature_t> mFeatures;

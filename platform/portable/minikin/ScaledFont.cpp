@@ -1,6 +1,7 @@
 #include "ScaledFont.h"
 
 #include <cmath>
+#include <new>
 
 #include "CheckedNumber.h"
 
@@ -18,14 +19,21 @@ T* strided(T* first, unsigned stride, unsigned i) {
     return reinterpret_cast<T*>(reinterpret_cast<Byte*>(first) + static_cast<size_t>(stride) * i);
 }
 
+/// Called by HarfBuzz, which is C inside: nothing may be thrown through it.
 void rasterAdvances(hb_font_t*, void* fontData, unsigned count, const hb_codepoint_t* glyphs, unsigned glyphStride,
                     hb_position_t* advances, unsigned advanceStride, void*) {
-    std::vector<uint16_t> narrow(count);
-    for (unsigned i = 0; i < count; ++i) narrow[i] = narrowGlyph(*strided(glyphs, glyphStride, i));
-    std::vector<float> widths;
-    static_cast<const ScaledFont*>(fontData)->advances(narrow, &widths);
-    for (unsigned i = 0; i < count; ++i) {
-        *strided(advances, advanceStride, i) = truncatedToInt(widths[i] * ScaledFont::kUnitsPerPixel);
+    auto* const font = static_cast<ScaledFont*>(fontData);
+    for (unsigned i = 0; i < count; ++i) *strided(advances, advanceStride, i) = 0;
+    try {
+        std::vector<uint16_t> narrow(count);
+        for (unsigned i = 0; i < count; ++i) narrow[i] = narrowGlyph(*strided(glyphs, glyphStride, i));
+        std::vector<float> widths;
+        font->advances(narrow, &widths);
+        for (unsigned i = 0; i < count; ++i) {
+            *strided(advances, advanceStride, i) = truncatedToInt(widths[i] * ScaledFont::kUnitsPerPixel);
+        }
+    } catch (const std::exception&) {
+        font->noteLackOfMemory();
     }
 }
 
@@ -50,6 +58,15 @@ ScaledFont::ScaledFont(FakedFont font, const RasterSettings& settings)
     const double scale = static_cast<double>(settings.size) * kUnitsPerPixel;
     hb_font_set_scale(mHbFont.get(), truncatedToInt(scale * settings.scaleX), truncatedToInt(scale));
     if (!mTypeface.face().hasColorBitmaps()) hb_font_set_funcs(mHbFont.get(), rasterFunctions(), this, nullptr);
+}
+
+void ScaledFont::shape(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features) {
+    // OpenType only. Desktop builds of HarfBuzz may prefer a font's Graphite tables, which set other glyphs than a
+    // device.
+    static const char* const kShapers[] = {"ot", "fallback", nullptr};
+    mLacksMemory = false;
+    hb_shape_full(mHbFont.get(), buffer, features.data(), static_cast<unsigned>(features.size()), kShapers);
+    if (mLacksMemory || !hb_buffer_allocation_successful(buffer)) throw std::bad_alloc();
 }
 
 void ScaledFont::advances(const std::vector<uint16_t>& glyphs, std::vector<float>* widths) const {

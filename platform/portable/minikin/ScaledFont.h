@@ -24,7 +24,14 @@ public:
     ScaledFont& operator=(const ScaledFont&) = delete;
 
     const FakedFont& font() const { return mFont; }
-    hb_font_t* hbFont() const { return mHbFont.get(); }
+
+    /// Turns the text of a buffer into glyphs.
+    ///
+    /// @throws std::bad_alloc  when memory ran out on the way; glyphs may be missing then.
+    void shape(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features);
+
+    /// Makes the shaping that is going on throw at its end.
+    void noteLackOfMemory() { mLacksMemory = true; }
 
     /// Ink boxes of glyphs in pixels at the origin, with whole edges, y down.
     void inkBoxes(const std::vector<uint16_t>& glyphs, std::vector<MinikinRect>* boxes) const;
@@ -39,6 +46,7 @@ private:
     const MinikinFont& mTypeface;
     const RasterSettings mSettings;
     HbFont mHbFont;
+    bool mLacksMemory = false;
 };
 
 }  // namespace minikin

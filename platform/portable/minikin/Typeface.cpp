@@ -11,9 +11,10 @@ namespace {
 constexpr int kFromFont = -1;
 constexpr int kMaxWeight = 1000;
 
-minikin::FontStyle firstFontStyle(const minikin::FontCollection& collection) {
+minikin::FontStyle plainFontStyle(const minikin::FontCollection& collection) {
     if (collection.getFamilies().empty()) return minikin::FontStyle();
-    return collection.getFamilies().front()->getFont(0)->typeface()->face().style();
+    const minikin::FakedFont plain = collection.getFamilies().front()->getClosestMatch(minikin::FontStyle());
+    return plain.font->typeface()->face().style();
 }
 
 }  // namespace
@@ -22,7 +23,7 @@ Typeface* Typeface::createFromFamilies(std::vector<std::shared_ptr<minikin::Font
                                        int italic) {
     using minikin::FontStyle;
     auto collection = std::make_shared<minikin::FontCollection>(families);
-    const FontStyle native = firstFontStyle(*collection);
+    const FontStyle native = plainFontStyle(*collection);
     if (weight == kFromFont) weight = native.weight();
     if (weight < 0) weight = FontStyle::kNormalWeight;
     const auto slant =

@@ -1,6 +1,8 @@
 #include "portable/assets.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <mutex>
@@ -44,13 +46,17 @@ extern "C" {
 
 AAsset* AAssetManager_open(AAssetManager* manager, const char* filename, int mode) {
     if (manager == nullptr || filename == nullptr || !knownMode(mode) || !staysInside(filename)) return nullptr;
-    FILE* file = std::fopen((manager->directory + "/" + filename).c_str(), "rbe");
-    if (file == nullptr) return nullptr;
-
+    // A pipe that nobody writes to would keep a plain open waiting.
+    const int descriptor = open((manager->directory + "/" + filename).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) return nullptr;
     struct stat status = {};
-    AAsset* asset = nullptr;
-    if (fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode))
-        asset = new (std::nothrow) AAsset{file, status.st_size};
+    const bool regular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    FILE* file = regular ? fdopen(descriptor, "rb") : nullptr;
+    if (file == nullptr) {
+        close(descriptor);
+        return nullptr;
+    }
+    AAsset* asset = new (std::nothrow) AAsset{file, status.st_size};
     if (asset == nullptr) std::fclose(file);
     return asset;
 }

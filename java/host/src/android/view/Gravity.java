@@ -12,6 +12,7 @@ public class Gravity {
     public static final int FILL_VERTICAL = 0x70;
     public static final int START = 0x00800003;
     public static final int END = 0x00800005;
+    public static final int RELATIVE_HORIZONTAL_GRAVITY_MASK = 0x00800007;
 
     private Gravity() {}
 }

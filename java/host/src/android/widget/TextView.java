@@ -96,9 +96,11 @@ public class TextView extends View {
     }
 
     private Layout.Alignment alignment() {
-        switch (gravity & Gravity.FILL_HORIZONTAL) {
+        switch (gravity & Gravity.RELATIVE_HORIZONTAL_GRAVITY_MASK) {
             case Gravity.CENTER_HORIZONTAL: return Layout.Alignment.ALIGN_CENTER;
-            case Gravity.RIGHT: return Layout.Alignment.ALIGN_OPPOSITE;
+            case Gravity.LEFT: return Layout.Alignment.ALIGN_LEFT;
+            case Gravity.RIGHT: return Layout.Alignment.ALIGN_RIGHT;
+            case Gravity.END: return Layout.Alignment.ALIGN_OPPOSITE;
             default: return Layout.Alignment.ALIGN_NORMAL;
         }
     }

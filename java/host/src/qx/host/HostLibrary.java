@@ -36,11 +36,17 @@ public final class HostLibrary {
         fonts.add(typeface, Typeface.getSystemFonts());
         float[] numbers = {paint.getTextSize(), paint.getTextScaleX(), paint.getTextSkewX(), paint.getLetterSpacing(),
             width, spacing};
-        int[] settings = {paint.getFlags(), paint.isElegantTextHeight() ? 1 : 0, typeface.isBold() ? 1 : 0,
+        int[] settings = {paint.getFlags(), paint.isElegantTextHeight() ? 1 : 0, weight(typeface),
             typeface.isItalic() ? 1 : 0, alignment.ordinal()};
         return new LaidOutLines(layOut(text.toCharArray(), numbers, settings, utf8(paint.getFontFeatureSettings()),
                 utf8(paint.getTextLocales().toLanguageTags()), fonts.files.toArray(new byte[0][]), fonts.faces(),
                 fonts.languages.toArray(new byte[0][])));
+    }
+
+    /** -1: as the font says. */
+    private static int weight(Typeface typeface) {
+        if (typeface.isBold()) return 700;
+        return typeface.getFile() == null ? 400 : -1;
     }
 
     private static byte[] utf8(String text) {
@@ -56,10 +62,14 @@ public final class HostLibrary {
 
         void add(Typeface own, FontConfig system) {
             if (own.getFile() != null) addFace(addFamily(null), own.getFile(), 0, -1, 0);
+            boolean named = false;
             for (FontConfig.Family source : system.getFamilies()) {
+                // Of the families with a name the first serves all texts; the others would have to be asked for.
+                if (source.getName() != null && named) continue;
+                named |= source.getName() != null;
                 int family = addFamily(source.getLanguages());
                 for (FontConfig.Font font : source.getFonts()) {
-                    if (!font.isItalic() && font.getFallbackFor() == null)
+                    if (!font.isItalic() && (font.getFallbackFor() == null || font.getFallbackFor().isEmpty()))
                         addFace(family, font.getFontName(), font.getTtcIndex(), font.getWeight(), source.getVariant());
                 }
             }
