@@ -77,18 +77,21 @@ private:
 }  // namespace
 
 void QxBevel::dt1D(float* d, float* f, int n) {
+    if (d == nullptr || f == nullptr || n < 1) return;
     Scratch<float> boundaries(int64_t{n} + 1);
     Scratch<int> vertices(n);
     if (boundaries && vertices) squaredDistanceLine(f, n, vertices.data(), boundaries.data(), d);
 }
 
 int QxBevel::partialDT(void* work) {
+    if (work == nullptr) return 0;
     const BevelDistanceWork& w = *static_cast<const BevelDistanceWork*>(work);
     refineDistances({w.map, w.width, w.height, w.width}, w.radius, w.rowStart, w.rowEnd);
     return 0;
 }
 
 int QxBevel::partialLightProcess(void* work) {
+    if (work == nullptr) return 0;
     const BevelLightWork& w = *static_cast<const BevelLightWork*>(work);
     const ReliefLight light{
         w.h, w.lx, w.ly, w.lz, std::clamp(w.shadowAlpha, 0, 255), std::clamp(w.highlightAlpha, 0, 255)};
@@ -104,6 +107,7 @@ int QxBevel::partialLightProcess(void* work) {
 }
 
 int QxBevel::partialBlur(void* work) {
+    if (work == nullptr) return 0;
     const BevelBlurWork& w = *static_cast<const BevelBlurWork*>(work);
     const GaussBell bell = makeGaussBell(std::clamp(w.radius, 0, kMaxGaussRadius), kSoftPeak);
     const int height = saturateToInt(int64_t{w.yEnd} + bell.radius);
@@ -116,6 +120,7 @@ int QxBevel::partialBlur(void* work) {
 }
 
 void QxBevel::blur(unsigned char* src, unsigned char* dst, int width, int height, int radius) {
+    if (src == nullptr || dst == nullptr || width < 1 || height < 1) return;
     const int frame = std::max(radius, 0);  // below 0 is a copy like 0, not a range beyond the map
     BevelBlurWork work{src, dst, width, frame, frame, width - frame, frame, height - frame};
     partialBlur(&work);

@@ -63,6 +63,8 @@ public:
     /// The size rounded, and the softening; narrower than what a smooth band may reach.
     int getOffset() override;
 
+    // Null pointers and empty maps make the following do nothing.
+
     /// Squared distances along a line of `n` samples, see `squaredDistanceLine`. Without memory `d` is left as it is.
     static void dt1D(float* d, float* f, int n);
 

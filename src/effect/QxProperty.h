@@ -19,7 +19,8 @@ public:
     /// bytes a stop and write 9; both numbers are part of the format.
     virtual int getSequentialCharLength() = 0;
 
-    /// Writes the string at `*cursor` with a closing NUL and moves `*cursor` onto that NUL. Returns 1.
+    /// Writes the string at `*cursor` with a closing NUL and moves `*cursor` onto that NUL. Returns 1; 0 for a null
+    /// cursor.
     virtual int toSequentialChar(char** cursor) = 0;
 
     uint32_t color;  ///< A 24-31, R 16-23, G 8-15, B 0-7

@@ -14,7 +14,10 @@ namespace QxFontEffect {
 /// key and no byte is a NUL. Numbers keep only the low bits their piece has room for.
 class SequentialChars {
 public:
-    SequentialChars(char** cursor, char letter) : mCursor(cursor), mOut(*cursor) { *mOut++ = letter; }
+    /// Without a cursor, or with one that stands nowhere, nothing is written.
+    SequentialChars(char** cursor, char letter) : mCursor(cursor), mOut(cursor != nullptr ? *cursor : nullptr) {
+        if (mOut != nullptr) *mOut++ = letter;
+    }
 
     /// Eight nibbles, most significant first.
     SequentialChars& color(uint32_t value) {
@@ -42,15 +45,19 @@ public:
     /// Colour and place of each stop. A stop's own opacity is part of its colour's alpha byte by then.
     SequentialChars& stops(int32_t count, const QxGradient* gradient);
 
-    /// Ends the string and moves the caller's cursor onto its NUL. Returns 1, like the records' operation.
+    /// Ends the string and moves the caller's cursor onto its NUL. Returns 1, like the records' operation; 0 when
+    /// nothing was written.
     int finish() {
+        if (mOut == nullptr) return 0;
         *mOut = '\0';
         *mCursor = mOut;
         return 1;
     }
 
 private:
-    void put(uint32_t low7) { *mOut++ = static_cast<char>(static_cast<unsigned char>(128u + low7)); }
+    void put(uint32_t low7) {
+        if (mOut != nullptr) *mOut++ = static_cast<char>(static_cast<unsigned char>(128u + low7));
+    }
 
     SequentialChars& nibbles(int32_t value, int highestShift) {
         for (int shift = highestShift; shift >= 0; shift -= 4) put(static_cast<uint32_t>(value) >> shift & 15u);

@@ -136,6 +136,23 @@ TEST(Bevel, SettingsThatAreNoNumberOrBeyondAllMemoryDrawNothing) {
     }
 }
 
+TEST(Bevel, PassesWithoutMapsDoNothing) {
+    EXPECT_EQ(0, QxBevel::partialDT(nullptr));
+    EXPECT_EQ(0, QxBevel::partialLightProcess(nullptr));
+    EXPECT_EQ(0, QxBevel::partialBlur(nullptr));
+    float line[2] = {3.0f, 4.0f};
+    QxBevel::dt1D(line, nullptr, 2);
+    QxBevel::dt1D(nullptr, line, 2);
+    QxBevel::dt1D(line, line + 1, -1);
+    EXPECT_EQ(3.0f, line[0]);
+    EXPECT_EQ(4.0f, line[1]);
+    uint8_t map[4] = {1, 2, 3, 4}, blurred[4] = {9, 9, 9, 9};
+    QxBevel::blur(nullptr, blurred, 2, 2, 1);
+    QxBevel::blur(map, nullptr, 2, 2, 1);
+    QxBevel::blur(map, blurred, std::numeric_limits<int>::min(), 2, 3);
+    for (const uint8_t value : blurred) EXPECT_EQ(9, value);
+}
+
 TEST(Bevel, OffsetIsTheRoundedSizeAndTheSoftening) {
     const struct {
         float size;

@@ -99,6 +99,16 @@ TEST(Property, PatternStringHoldsTheAddressAndThePerCents) {
     EXPECT_EQ(record.getSequentialCharLength(), 17);
 }
 
+TEST(Property, WithoutACursorNothingIsWritten) {
+    QxGradient stop = {0xFF112233u, 1.0f, 0.0f};
+    QxOuterGlowProperty glow(5, 0, 1, 1, &stop);
+    QxStrokeProperty stroke(3, 0, 1, 0, 0);
+    char* nowhere = nullptr;
+    EXPECT_EQ(0, glow.toSequentialChar(nullptr));
+    EXPECT_EQ(0, stroke.toSequentialChar(&nowhere));
+    EXPECT_EQ(nullptr, nowhere);
+}
+
 TEST(Property, StopsThatAreNotThereAreNotWritten) {
     QxOuterGlowProperty glow(0, 0, 1, 3, nullptr);
     EXPECT_EQ(keyOf(glow).size(), 10u);
