@@ -113,7 +113,7 @@ private:
     int numberOf(LayoutMethod method, int line) { return mJava.intOf(mLayout, mMethods[method], line); }
 
     LayoutLine readLine(int i) {
-        LayoutLine line;
+        LayoutLine line = {};
         line.baseline = numberOf(kLineBaseline, i);
         line.left = mJava.floatOf(mLayout, mMethods[kLineLeft], i);
         line.start = numberOf(kLineStart, i);

@@ -18,7 +18,7 @@ LineRecords::~LineRecords() {
 bool LineRecords::add(const QxLineInfo& line) {
     std::unique_ptr<QxLineInfo> record(new (std::nothrow) QxLineInfo(line));
     if (record == nullptr || !mList.Add(static_cast<void*>(record.get()))) return false;
-    record.release();
+    static_cast<void>(record.release());  // the list has it now
     return true;
 }
 

@@ -31,7 +31,7 @@ struct NativeMethod {
 };
 
 template <typename Function>
-void* nativeFunction(Function* function) {
+void* nativeFunction(Function* function) noexcept {
     return reinterpret_cast<void*>(function);
 }
 

@@ -17,6 +17,7 @@ public:
     LocalRef(const LocalRef&) = delete;
     LocalRef& operator=(const LocalRef&) = delete;
     LocalRef& operator=(LocalRef&& other) noexcept {
+        std::swap(mEnv, other.mEnv);
         std::swap(mObject, other.mObject);
         return *this;
     }

@@ -38,10 +38,10 @@ jboolean QxText_SetFont3(JNIEnv* env, jobject self, jobject assetManager, jstrin
 jboolean QxText_SetFontFamilyName(JNIEnv* env, jobject self, jstring name);
 
 /// The captures copy what they read only after all of it has been read: a getter that throws changes nothing.
-jboolean QxText_SetPaint(JNIEnv* env, jobject self, jobject paint);
+jboolean QxText_SetPaint(JNIEnv* env, jobject self, jobject source);
 jboolean QxText_SetLayout(JNIEnv* env, jobject self, jobject layout);
 jboolean QxText_SetLine(JNIEnv* env, jobject self, jint count);
-jboolean QxText_SetView(JNIEnv* env, jobject self, jobject textView);
+jboolean QxText_SetView(JNIEnv* env, jobject self, jobject source);
 
 /// Bitmap width and height of the view.
 jintArray QxText_GetDrawingBitmapSize(JNIEnv* env, jobject self);

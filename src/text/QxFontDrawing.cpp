@@ -199,7 +199,7 @@ bool QxFontDrawing::drawLine(const Render& render, const QxLineInfo& line, int32
     std::unique_ptr<QxGlyph, decltype(&deleteGlyph)> glyph(drawLineGlyph(layout ? &*layout : nullptr, render.paint),
                                                            &deleteGlyph);
     if (glyph == nullptr || !glyphList->Add(static_cast<void*>(glyph.get()))) return false;
-    glyph.release();
+    static_cast<void>(glyph.release());  // the list has it now
     _DoRender(toFixed(line.x, render.leftMargin), toFixed(line.y, render.topMargin), glyphList, render.effect,
               line.direction);
 

@@ -46,9 +46,9 @@ public:
     /// Hands the glyph records of a line to the effect stack, side by side.
     ///
     /// @param x, y       pen and baseline in 26.6 fixed point.
-    /// @param glyphList  QxGlyph records; null does nothing.
+    /// @param glyphs     QxGlyph records; null does nothing.
     /// @param direction  negative places the last record first.
-    void _DoRender(int x, int y, List* glyphList, QxEffect* effect, int direction);
+    void _DoRender(int x, int y, List* glyphs, QxEffect* effect, int direction);
 
 private:
     /// What all lines of one render share.

@@ -3,9 +3,11 @@
 //   contactsheet -o SHEET.png [--columns N] [--cell WxH] [--gap N] [--background COLOR] PICTURE.png...
 #include <CLI/CLI.hpp>
 
+#include <charconv>
 #include <cstdio>
 #include <exception>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "color.h"
@@ -17,6 +19,18 @@
 namespace {
 
 using qxrender::Failure;
+
+constexpr int kLargestCell = 16384;  // pixels; no larger picture is read
+
+/// Reads "480x160".
+bool parseCell(const std::string& text, contactsheet::Layout* layout) {
+    const char* const end = text.data() + text.size();
+    const auto width = std::from_chars(text.data(), end, layout->cellWidth);
+    if (width.ec != std::errc() || width.ptr == end || *width.ptr != 'x') return false;
+    const auto height = std::from_chars(width.ptr + 1, end, layout->cellHeight);
+    const auto fits = [](int side) { return side >= 1 && side <= kLargestCell; };
+    return height.ec == std::errc() && height.ptr == end && fits(layout->cellWidth) && fits(layout->cellHeight);
+}
 
 void run(int argc, char** argv) {
     CLI::App app("Puts PNG pictures into rows on one sheet.", "contactsheet");
@@ -37,13 +51,11 @@ void run(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         throw Failure(error.what());
     }
-    char rest = 0;
-    if (!cell.empty() && (std::sscanf(cell.c_str(), "%5dx%5d%c", &layout.cellWidth, &layout.cellHeight, &rest) != 2 ||
-                          layout.cellWidth < 1 || layout.cellHeight < 1))
-        throw Failure("--cell: '" + cell + "' is no size such as 480x160");
+    if (!cell.empty() && !parseCell(cell, &layout)) throw Failure("--cell: '" + cell + "' is no size such as 480x160");
     layout.background = qxrender::parseColor(background, "--background");
 
     std::vector<qxrender::Picture> pictures;
+    pictures.reserve(files.size());
     for (const std::string& file : files) pictures.push_back(qxrender::readPng(file));
     qxrender::OutputFile("", output, qxrender::encodePng(makeSheet(pictures, layout))).publish();
 }

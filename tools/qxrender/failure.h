@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace qxrender {
 
@@ -10,5 +11,10 @@ class Failure : public std::runtime_error {
 public:
     explicit Failure(const std::string& line) : std::runtime_error(line) {}
 };
+
+/// What a value of errno means.
+inline std::string errorText(int number) {
+    return std::generic_category().message(number);
+}
 
 }  // namespace qxrender

@@ -51,7 +51,7 @@ std::optional<Face> bestMatch(FcPattern* wanted, Pattern* match = nullptr) {
     FcDefaultSubstitute(wanted);
     FcResult result = FcResultNoMatch;
     Pattern found(FcFontMatch(nullptr, wanted, &result), FcPatternDestroy);
-    const std::optional<Face> face = faceOf(found.get());
+    std::optional<Face> face = faceOf(found.get());
     if (match != nullptr) *match = std::move(found);
     return face;
 }
@@ -80,7 +80,7 @@ std::optional<Face> matchFamily(const std::string& family, int weight, bool ital
     FcPatternAddInteger(wanted.get(), FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
     FcPatternAddBool(wanted.get(), FC_VARIABLE, FcFalse);
     Pattern match(nullptr, FcPatternDestroy);
-    const std::optional<Face> face = bestMatch(wanted.get(), &match);
+    std::optional<Face> face = bestMatch(wanted.get(), &match);
     if (!face || (!isGeneric(family) && !hasFamilyName(match.get(), family))) return std::nullopt;
     return face;
 }
@@ -125,7 +125,7 @@ std::optional<Face> matchCharacters(const std::vector<char32_t>& characters, con
     FcPatternAddBool(wanted.get(), FC_VARIABLE, FcFalse);
     if (color) FcPatternAddBool(wanted.get(), FC_COLOR, FcTrue);
     Pattern match(nullptr, FcPatternDestroy);
-    const std::optional<Face> face = bestMatch(wanted.get(), &match);
+    std::optional<Face> face = bestMatch(wanted.get(), &match);
     FcCharSet* covered = nullptr;
     if (!face || FcPatternGetCharSet(match.get(), FC_CHARSET, 0, &covered) != FcResultMatch) return std::nullopt;
     return FcCharSetIntersectCount(covered, set.get()) > 0 ? face : std::nullopt;

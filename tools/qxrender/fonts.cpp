@@ -136,7 +136,7 @@ Face requestedFace(const FontRequest& request) {
     if (!isWellFormedUtf8(request.file.data(), request.file.size()))
         throw Failure("the name of font '" + request.file + "' is not UTF-8");
     if (access(request.file.c_str(), R_OK) != 0)
-        throw Failure("cannot read font '" + request.file + "': " + std::strerror(errno));
+        throw Failure("cannot read font '" + request.file + "': " + errorText(errno));
     const auto face = inspectFile(request.file);
     if (!face) throw Failure("'" + request.file + "' is not a usable font");
     return *face;

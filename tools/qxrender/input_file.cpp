@@ -18,14 +18,14 @@ std::string readInputFile(const char* what, const std::string& path, size_t limi
         if (file != stdin) std::fclose(file);
     };
     const std::unique_ptr<std::FILE, decltype(close)> file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"), close);
-    if (file == nullptr) fail(std::strerror(errno));
+    if (file == nullptr) fail(errorText(errno));
     std::string bytes;
     char block[65536];
     while (const size_t count = std::fread(block, 1, sizeof block, file.get())) {
         bytes.append(block, count);
         if (bytes.size() > limit) fail("larger than " + std::to_string(limit) + " bytes");
     }
-    if (std::ferror(file.get())) fail(std::strerror(errno != 0 ? errno : EIO));
+    if (std::ferror(file.get())) fail(errorText(errno != 0 ? errno : EIO));
     return bytes;
 }
 

@@ -71,7 +71,7 @@ void OutputFile::withdraw() {
 }
 
 void OutputFile::fail(int error) const {
-    throw Failure(std::string("cannot write ") + mWhat + "'" + mPath + "': " + std::strerror(error));
+    throw Failure(std::string("cannot write ") + mWhat + "'" + mPath + "': " + errorText(error));
 }
 
 }  // namespace qxrender

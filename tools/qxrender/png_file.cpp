@@ -47,7 +47,7 @@ Picture readPng(const std::string& path) {
     image.version = PNG_IMAGE_VERSION;
     errno = 0;
     if (!png_image_begin_read_from_file(&image, path.c_str()))
-        cannotRead(path, errno != 0 ? std::strerror(errno) : image.message);
+        cannotRead(path, errno != 0 ? errorText(errno) : std::string(image.message));
     image.format = PNG_FORMAT_RGBA;
     if (image.width > 16384 || image.height > 16384) {
         png_image_free(&image);

@@ -50,7 +50,7 @@ public:
 
     std::string text() const {
         if (!mJson.is_string()) fail("must be a string");
-        const std::string text = mJson.get<std::string>();
+        std::string text = mJson.get<std::string>();
         if (text.find('\0') != std::string::npos) fail("must not hold a NUL");
         return text;
     }
@@ -102,7 +102,7 @@ int readChoice(const Parameter& parameter, const Node& node) {
 
 /// A picture that can be read, so that the complaint names the place in the document.
 std::string readFileName(const Node& node, const std::filesystem::path& folder) {
-    const std::string file = (folder / node.text()).string();
+    std::string file = (folder / node.text()).string();
     try {
         readPng(file);
     } catch (const Failure& failure) {

@@ -41,7 +41,7 @@ public:
     ~sk_sp() { drop(mObject); }
 
     sk_sp& operator=(const sk_sp& other) {
-        reset(shared(other.get()));
+        if (this != &other) reset(shared(other.get()));
         return *this;
     }
     sk_sp& operator=(sk_sp&& other) noexcept {

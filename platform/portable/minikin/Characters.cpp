@@ -78,8 +78,8 @@ uint32_t decompositionBase(uint32_t c) {
     return static_cast<uint32_t>(first);
 }
 
-bool breaksAfter(uint16_t c) {
-    switch (c) {
+bool breaksAfter(uint16_t unit) {
+    switch (unit) {
         case 0x0020:
         case 0x3000:
         case 0x061C:  // and the other direction controls
@@ -87,17 +87,18 @@ bool breaksAfter(uint16_t c) {
         case 0x200F:
             return true;
         default:
-            return (c >= 0x2000 && c <= 0x200A) || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+            return (unit >= 0x2000 && unit <= 0x200A) || (unit >= 0x202A && unit <= 0x202E) ||
+                   (unit >= 0x2066 && unit <= 0x2069);
     }
 }
 
 // Ideographs do not join or kern across their edges, kana may.
-bool breaksBefore(uint16_t c) {
-    return (c >= 0x3400 && c <= 0x9FFF) || breaksAfter(c);
+bool breaksBefore(uint16_t unit) {
+    return (unit >= 0x3400 && unit <= 0x9FFF) || breaksAfter(unit);
 }
 
-bool isWordSpace(uint16_t c) {
-    return c == 0x0020 || c == 0x00A0;
+bool isWordSpace(uint16_t unit) {
+    return unit == 0x0020 || unit == 0x00A0;
 }
 
 }  // namespace minikin

@@ -159,7 +159,7 @@ UBiDiLevel baseLevel(Bidi bidi) {
 
 std::vector<DirectionRun> directionRuns(const uint16_t* text, size_t count, UnitRange line, Bidi bidi) {
     if (line.length() == 0) return {};
-    const std::vector<DirectionRun> leftToRight = {{line, false}};
+    std::vector<DirectionRun> leftToRight = {{line, false}};
     if (bidi == Bidi::FORCE_LTR) return leftToRight;
     if (bidi == Bidi::FORCE_RTL) return {{line, true}};
 

@@ -58,13 +58,13 @@ const std::vector<uint32_t>& FontChooser::wishScores() {
     return mWishScores;
 }
 
-uint32_t FontChooser::coverageScore(const FontFamily& candidate, uint32_t c, uint32_t selector) const {
-    if (selector != 0 && candidate.hasGlyph(c, selector)) return 3;
-    if (!candidate.hasGlyph(c, 0)) return 0;
+uint32_t FontChooser::coverageScore(const FontFamily& candidate, uint32_t codePoint, uint32_t variationSelector) const {
+    if (variationSelector != 0 && candidate.hasGlyph(codePoint, variationSelector)) return 3;
+    if (!candidate.hasGlyph(codePoint, 0)) return 0;
 
     EmojiStyle style = mLocales.emojiStyle();
-    if (selector == kEmojiStyleSelector) style = EmojiStyle::EMOJI;
-    if (selector == kTextStyleSelector) style = EmojiStyle::TEXT;
+    if (variationSelector == kEmojiStyleSelector) style = EmojiStyle::EMOJI;
+    if (variationSelector == kTextStyleSelector) style = EmojiStyle::TEXT;
     const bool fits = (style == EmojiStyle::EMOJI && candidate.isColorEmojiFamily()) ||
                       (style == EmojiStyle::TEXT && !candidate.isColorEmojiFamily());
     return fits ? 2 : 1;

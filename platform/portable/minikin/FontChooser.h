@@ -28,7 +28,7 @@ private:
 
     size_t familyFor(uint32_t codePoint, uint32_t variationSelector);
     size_t bestFamily(uint32_t codePoint, uint32_t variationSelector);
-    uint32_t coverageScore(const FontFamily& family, uint32_t codePoint, uint32_t variationSelector) const;
+    uint32_t coverageScore(const FontFamily& candidate, uint32_t codePoint, uint32_t variationSelector) const;
     const FontFamily& family(size_t index) const { return *mFamilies[index]; }
     const std::vector<uint32_t>& wishScores();
 

@@ -61,6 +61,7 @@ FontFace::FontFace(const void* data, size_t size, int index, const std::vector<F
     hb_ot_font_set_funcs(mFont.get());
     if (!axes.empty()) {
         std::vector<hb_variation_t> positions;
+        positions.reserve(axes.size());
         for (const FontVariation& axis : axes) positions.push_back({axis.axisTag, axis.value});
         hb_font_set_variations(mFont.get(), positions.data(), static_cast<unsigned>(positions.size()));
     }

@@ -54,7 +54,7 @@ private:
     HbFont mFont;
     FontStyle mStyle;
     bool mHasColorBitmaps = false;
-    mutable std::array<std::atomic<const Page*>, kCodePoints / kPageSize> mPages;
+    mutable std::array<std::atomic<const Page*>, kCodePoints / kPageSize> mPages{};
 };
 
 }  // namespace minikin

@@ -31,6 +31,10 @@ std::vector<Font> withoutEmpty(std::vector<Font>&& fonts) {
     return std::move(fonts);
 }
 
+const FontFace* faceOf(const Font* font) {
+    return font == nullptr ? nullptr : &font->typeface()->face();
+}
+
 }  // namespace
 
 FontFamily::FontFamily(std::vector<Font>&& fonts) : FontFamily(FamilyVariant::DEFAULT, std::move(fonts)) {}
@@ -44,7 +48,7 @@ FontFamily::FontFamily(uint32_t localeListId, FamilyVariant variant, std::vector
       mVariant(variant),
       mIsCustomFallback(isCustomFallback),
       mIsColorEmoji(localeListOf(localeListId).emojiStyle() == EmojiStyle::EMOJI),
-      mCoverageFace(mFonts.empty() ? nullptr : &getClosestMatch(FontStyle()).font->typeface()->face()) {}
+      mCoverageFace(faceOf(getClosestMatch(FontStyle()).font)) {}
 
 FakedFont FontFamily::getClosestMatch(FontStyle style) const {
     const Font* best = nullptr;

@@ -20,7 +20,7 @@ bool isColor(const SkBitmap& bitmap) {
 }
 
 RgbaPixel readPixel(const uint8_t* at) {
-    RgbaPixel pixel;
+    RgbaPixel pixel = {};
     std::memcpy(&pixel, at, sizeof pixel);
     return pixel;
 }

@@ -44,7 +44,7 @@ public:
 private:
     const std::unique_ptr<SkStreamAsset> mStream;
     const int mIndex;
-    const FT_Face mFace;
+    FT_FaceRec_* const mFace;
     const bool mHasColorBitmaps;
     mutable std::mutex mMutex;
     mutable FaceSetting mSetting;

@@ -25,7 +25,7 @@ int bestStrike(FT_Face face, double pixels) {
 }
 
 void embolden(FT_GlyphSlot slot) {
-    const FT_Face face = slot->face;
+    FT_Face face = slot->face;
     const FT_Pos em = FT_MulFix(face->units_per_EM, face->size->metrics.y_scale);
     FT_Outline_Embolden(&slot->outline, em / kEmboldenDivisor);
 }

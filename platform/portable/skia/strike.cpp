@@ -18,10 +18,11 @@ FT_Fixed to16d16(double value) {
     return static_cast<FT_Fixed>(value * 65536);
 }
 
-FT_Int32 hintingFlags(const SkFont& font, SkFontHinting hinting) {
+/// FreeType's flags are of several integer types; all of them fit 32 bits.
+long hintingFlags(const SkFont& font, SkFontHinting hinting) {
     const bool aliased = font.getEdging() == SkFont::Edging::kAlias;
-    const FT_Int32 unhinted = hinting == SkFontHinting::kNone ? FT_LOAD_NO_HINTING : 0;
-    const FT_Int32 automatic = font.isForceAutoHinting() ? FT_LOAD_FORCE_AUTOHINT : FT_LOAD_NO_AUTOHINT;
+    const long unhinted = hinting == SkFontHinting::kNone ? FT_LOAD_NO_HINTING : 0;
+    const long automatic = font.isForceAutoHinting() ? FT_LOAD_FORCE_AUTOHINT : FT_LOAD_NO_AUTOHINT;
     if (unhinted != 0) return unhinted | FT_LOAD_NO_AUTOHINT | (aliased ? FT_LOAD_TARGET_MONO : FT_LOAD_TARGET_NORMAL);
     if (aliased) return FT_LOAD_TARGET_MONO | automatic;
     if (hinting == SkFontHinting::kSlight) return FT_LOAD_TARGET_LIGHT;
@@ -61,7 +62,8 @@ bool makeStrike(const SkFont& font, Strike* strike) {
     // Slanted outlines do not meet the pixel grid, so fitting them to it would only bend them.
     const bool upright = skew == 0 && !mirrored;
     const SkFontHinting hinting = upright && !made.asPath ? font.getHinting() : SkFontHinting::kNone;
-    made.loadFlags = hintingFlags(font, hinting) | FT_LOAD_COLOR | FT_LOAD_IGNORE_GLOBAL_ADVANCE_WIDTH;
+    made.loadFlags =
+        static_cast<FT_Int32>(hintingFlags(font, hinting) | FT_LOAD_COLOR | FT_LOAD_IGNORE_GLOBAL_ADVANCE_WIDTH);
     // Embedded pictures are of upright glyphs of one size.
     if (!font.isEmbeddedBitmaps() || made.asPath || !upright) made.loadFlags |= FT_LOAD_NO_BITMAP;
     made.linearAdvance = font.isLinearMetrics() || hinting == SkFontHinting::kNone || hinting == SkFontHinting::kSlight;

@@ -33,8 +33,8 @@ public:
     /// Consecutive UTF-16 units drawn with one font.
     struct Run {
         FakedFont fakedFont;
-        size_t start;
-        size_t end;
+        size_t start = 0;
+        size_t end = 0;
     };
 
     /// Splits count units into runs, in text order and without gaps. Empty for an empty collection or text.

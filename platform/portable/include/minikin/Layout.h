@@ -16,9 +16,9 @@ enum class Bidi : uint8_t { LTR = 0, RTL = 1, DEFAULT_LTR = 2, DEFAULT_RTL = 3, 
 /// One glyph of a layout; pixels from the line's origin on the baseline, y down.
 struct LayoutGlyph {
     FakedFont font;
-    uint32_t glyphId;
-    float x;
-    float y;
+    uint32_t glyphId = 0;
+    float x = 0;
+    float y = 0;
 };
 
 /// Glyphs of a line in visual order. Points into the families it was made with: must not outlive them.
