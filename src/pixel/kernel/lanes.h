@@ -129,12 +129,24 @@ inline Halves everywhere(uint32_t value) {
     return Halves{} + static_cast<uint16_t>(value);
 }
 
-/// Block tests in plain words: they run beside the vector instructions of the block before.
 inline uint64_t quad(const uint8_t* p) {
     uint64_t value;
     std::memcpy(&value, p, sizeof value);
     return value;
 }
+
+/// Whether none of the bits of `mask` is set in `words`.
+inline bool noneSet(Words words, Words mask) {
+#if defined(__AVX2__)
+    using Quads = long long __attribute__((vector_size(kVectorBytes)));
+    return __builtin_ia32_ptestz256(reinterpret_cast<Quads>(words), reinterpret_cast<Quads>(mask)) != 0;
+#else
+    using Quads = uint64_t __attribute__((vector_size(kVectorBytes)));
+    const Quads set = reinterpret_cast<Quads>(words & mask);
+    return (set[0] | set[1]) == 0;
+#endif
+}
+
 inline bool masksAllZero(const uint8_t* block) {
     return (quad(block) | quad(block + 8)) == 0;
 }
@@ -142,29 +154,32 @@ inline bool masksAllFull(const uint8_t* block) {
     return (quad(block) & quad(block + 8)) == UINT64_MAX;
 }
 inline bool pixelsAllZero(const uint8_t* block) {
-    uint64_t any = 0;
-    for (int i = 0; i < 4 * kBlock; i += 8) any |= quad(block + i);
-    return any == 0;
+    Words any = load(block);
+    for (int i = kVectorBytes; i < 4 * kBlock; i += kVectorBytes) any |= load(block + i);
+    return noneSet(any, ~Words{});
 }
 inline bool pixelsAllOpaque(const uint8_t* block) {
-    constexpr uint64_t kAlphas = 0xFF000000FF000000u;
-    uint64_t all = kAlphas;
-    for (int i = 0; i < 4 * kBlock; i += 8) all &= quad(block + i);
-    return all == kAlphas;
+    Words all = load(block);
+    for (int i = kVectorBytes; i < 4 * kBlock; i += kVectorBytes) all &= load(block + i);
+    return noneSet(~all, Words{} + 0xFF000000u);
 }
+
+#if defined(__AVX2__)
+/// Spreads eight mask bytes so that each stands in both lanes of its pixel.
+inline Halves spreadEight(const uint8_t* mask) {
+    using Quads = uint64_t __attribute__((vector_size(kVectorBytes)));
+    const Bytes m = reinterpret_cast<Bytes>(Quads{} + quad(mask));
+    const Bytes twice = __builtin_shufflevector(m, m, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 20, 20, 20, 20,
+                                                21, 21, 21, 21, 22, 22, 22, 22, 23, 23, 23, 23);
+    return reinterpret_cast<Halves>(twice) & 255;
+}
+#endif
 
 /// Spreads `kBlock` mask bytes so that each stands in both lanes of its pixel.
 inline void spreadMask(const uint8_t* mask, Halves* spread) {
 #if defined(__AVX2__)
-    for (int half = 0; half < 2; ++half) {
-        uint64_t eight;
-        std::memcpy(&eight, mask + 8 * half, sizeof eight);
-        using Quads = uint64_t __attribute__((vector_size(kVectorBytes)));
-        const Bytes m = reinterpret_cast<Bytes>(Quads{} + eight);
-        const Bytes twice = __builtin_shufflevector(m, m, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 20, 20, 20,
-                                                    20, 21, 21, 21, 21, 22, 22, 22, 22, 23, 23, 23, 23);
-        spread[half] = reinterpret_cast<Halves>(twice) & 255;
-    }
+    spread[0] = spreadEight(mask);
+    spread[1] = spreadEight(mask + 8);
 #else
     const Bytes m = reinterpret_cast<Bytes>(load(mask)), none = {};
     const Halves low = reinterpret_cast<Halves>(

@@ -28,24 +28,44 @@ inline void eachVector(const uint8_t* mask, const Op& op, uint8_t* dst) {
         store(dst + i * kVectorBytes, op(load(dst + i * kVectorBytes), spread[i]));
 }
 
-// A block with nothing to draw, or nothing to draw on, is left untouched: most of a text's mask is empty or full.
+/// A block of the same pixel.
+inline void fill(uint8_t* dst, Words pixel) {
+    for (int i = 0; i < 4 * kBlock; i += kVectorBytes) store(dst + i, pixel);
+}
+
+// A block with nothing to draw, or nothing to draw on, is left untouched: most of a text's mask is empty or full. A
+// full mask on empty pixels gives the same everywhere.
 
 struct SrcOverBlock {
     SrcOver op;
 
     explicit SrcOverBlock(uint32_t color) : op(color) {}
     void operator()(const uint8_t* mask, uint8_t* dst) const {
-        if (!masksAllZero(mask)) eachVector(mask, op, dst);
+        if (masksAllZero(mask)) return;
+#if defined(__AVX2__)
+        if (quad(mask) == 0 || quad(mask + 8) == 0) {
+            // Half of it is enough; edges and bands are narrow.
+            const int at = quad(mask) == 0 ? kVectorBytes : 0;
+            store(dst + at, op(load(dst + at), spreadEight(mask + at / 4)));
+            return;
+        }
+#endif
+        eachVector(mask, op, dst);
     }
 };
 
 template <typename Op>
 struct BeneathBlock {
     Op op;
+    Words solid;
 
-    explicit BeneathBlock(uint32_t color) : op(color) {}
+    explicit BeneathBlock(uint32_t color) : op(color), solid(op(Words{}, everywhere(255))) {}
     void operator()(const uint8_t* mask, uint8_t* dst) const {
-        if (!masksAllZero(mask) && !pixelsAllOpaque(dst)) eachVector(mask, op, dst);
+        if (masksAllZero(mask) || pixelsAllOpaque(dst)) return;
+        if (masksAllFull(mask) && pixelsAllZero(dst))
+            fill(dst, solid);
+        else
+            eachVector(mask, op, dst);
     }
 };
 
