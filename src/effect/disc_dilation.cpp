@@ -108,8 +108,6 @@ void DiscPlan::makeRows(float radius) {
             const int table = tableFor(2 * run - 1);
             disc.covered = mShape.covered[table];
             disc.last = run - disc.covered;
-            // Two maxima a run, on two source rows.
-            mRuns += 2 * (((2 * run - 1) / disc.covered + 2) / 2);
             disc.table = table * mShape.tableStride;
         }
         disc.taps = tap;
@@ -127,9 +125,8 @@ DiscDilation::DiscDilation(const DiscPlan& plan, const DilateArea& area, const D
       mRing(Scratch<uint8_t>::zeroed(mShape.ringRows, mShape.tables * mShape.tableStride)),
       mInk(mShape.ringRows, mInkStride),
       mInkInReach(mInkStride),
-      mSlots(mShape.ringRows),
-      mRuns(plan.mRuns),
-      mRims(mShape.rows) {}
+      mInked(2 * int64_t{mShape.ringRows}),
+      mRows(2 * int64_t{mShape.rows}) {}
 
 uint8_t* DiscDilation::samplesIn(int slot) {
     return mRing.data() + slot * mShape.tables * mShape.tableStride + mShape.margin;
@@ -150,6 +147,7 @@ void DiscDilation::start(int64_t x0, int64_t x1, int64_t y0) {
     mSpan = static_cast<int>(std::max<int64_t>(right - mSpanLeft, 0));
     mBlocks = static_cast<int>(blocksOf(mSpan));
     mEntered = mLeaving = static_cast<int>(std::clamp<int64_t>(y0 - mShape.rows + 1, 0, mArea.height));
+    mInkedBegin = mInkedEnd = mInkedBelow = 0;
     std::fill_n(mInkInReach.data(), mInkInReach.count(), 0u);
 }
 
@@ -175,8 +173,8 @@ void DiscDilation::enterRow(int row) {
     std::fill_n(inkBefore - mInkMargin, mInkMargin, 0u);
     mKernels.countInk(samples, mBlocks, inkBefore);
     std::fill_n(inkBefore + mBlocks, mInkStride - mInkMargin - mBlocks, inkBefore[mBlocks]);
-    mSlots[static_cast<size_t>(slot)] = {inkBefore[mBlocks] == 0 ? nullptr : samples, inkBefore};
     if (inkBefore[mBlocks] == 0) return;
+    addInked(row, {samples, inkBefore});
     countInk(slot, 1);
 
     for (int table = 1; table < mShape.tables; ++table) {
@@ -188,9 +186,20 @@ void DiscDilation::enterRow(int row) {
     }
 }
 
+void DiscDilation::addInked(int row, const DilateSource& source) {
+    if (static_cast<size_t>(mInkedEnd) == mInked.count()) {
+        std::copy(mInked.data() + mInkedBegin, mInked.data() + mInkedEnd, mInked.data());
+        mInkedEnd -= mInkedBegin;
+        mInkedBelow -= mInkedBegin;
+        mInkedBegin = 0;
+    }
+    mInked[static_cast<size_t>(mInkedEnd++)] = {source, row};
+}
+
 void DiscDilation::leaveRow(int row) {
-    const int slot = row % mShape.ringRows;
-    if (mSlots[static_cast<size_t>(slot)].samples != nullptr) countInk(slot, ~0u);
+    if (mInkedBegin == mInkedEnd || mInked[static_cast<size_t>(mInkedBegin)].row != row) return;
+    ++mInkedBegin;
+    countInk(row % mShape.ringRows, ~0u);
 }
 
 void DiscDilation::countInk(int slot, uint32_t sign) {
@@ -198,51 +207,24 @@ void DiscDilation::countInk(int slot, uint32_t sign) {
     for (int i = 0; i < mInkStride; ++i) mInkInReach[static_cast<size_t>(i)] += sign * inkBefore[i];
 }
 
-DilateRun* DiscDilation::addRuns(const DilateSource& source, const DiscRow& disc, DilateRun* run) const {
-    if (source.samples == nullptr || disc.covered == 0) return run;
-    const uint8_t* maxima = source.samples + disc.table;
-    int left = disc.first, right;
-    do {
-        right = std::min(left + disc.covered, disc.last);
-        *run++ = {maxima,
-                  left,
-                  right,
-                  disc.covered,
-                  source.inkBefore - disc.runBlocks,
-                  source.inkBefore + disc.runBlocks + 1};
-        left = std::min(right + disc.covered, disc.last);
-    } while (right < disc.last);
-    return run;
-}
-
+/// Joins the inked rows above and below the output row, nearest first.
 void DiscDilation::listRows(DilateLine& line) {
-    DilateRun* run = mRuns.data();
-    DilateRim* rim = mRims.data();
-    const int count = mEntered - mLeaving;
-    const int ring = mShape.ringRows;
-    // Rows above the output row lie in the slots before its own, those below in the slots behind it.
-    const int64_t fromFirst = mY - mLeaving;
-    const int64_t nearest = fromFirst < 0 ? -fromFirst : std::max<int64_t>(fromFirst - count + 1, 0);
-    const int64_t farthest = std::max<int64_t>(std::max<int64_t>(fromFirst, count - 1 - fromFirst), -1);
-    const int64_t own = ((mLeaving + fromFirst) % ring + ring) % ring;
-    int above = static_cast<int>((own + ring - nearest % ring) % ring),
-        below = static_cast<int>((own + nearest) % ring);
-    for (int64_t distance = nearest; distance <= std::min<int64_t>(farthest, mShape.rows - 1); ++distance) {
-        const DiscRow& disc = mPlan.mRows[static_cast<size_t>(distance)];
-        const bool hasAbove = fromFirst - distance >= 0 && fromFirst - distance < count;
-        const bool hasBelow = distance != 0 && fromFirst + distance >= 0 && fromFirst + distance < count;
-        const DilateSource up = hasAbove ? mSlots[static_cast<size_t>(above)] : DilateSource{nullptr, nullptr};
-        const DilateSource down = hasBelow ? mSlots[static_cast<size_t>(below)] : DilateSource{nullptr, nullptr};
-        above = above == 0 ? ring - 1 : above - 1;
-        below = below == ring - 1 ? 0 : below + 1;
-        if (up.samples == nullptr && down.samples == nullptr) continue;
-        run = addRuns(down, disc, addRuns(up, disc, run));
-        if (disc.tapCount != 0) *rim++ = {up, down, disc.taps, disc.tapCount, disc.rimBlocks};
+    const InkedRow* inked = mInked.data();
+    while (mInkedBelow < mInkedEnd && inked[mInkedBelow].row <= mY) ++mInkedBelow;
+    // All of them are in reach.
+    const int y = static_cast<int>(mY);
+    DilateRow* listed = mRows.data();
+    int above = mInkedBelow - 1, below = mInkedBelow;
+    while (above >= mInkedBegin || below < mInkedEnd) {
+        const int up = above >= mInkedBegin ? y - inked[above].row : INT32_MAX;
+        const int down = below < mInkedEnd ? inked[below].row - y : INT32_MAX;
+        *listed++ = {up <= down ? &inked[above].source : nullptr, down <= up ? &inked[below].source : nullptr,
+                     &mPlan.mRows[static_cast<size_t>(std::min(up, down))]};
+        above -= up <= down;
+        below += down <= up;
     }
-    line.runs = mRuns.data();
-    line.runCount = static_cast<int>(run - mRuns.data());
-    line.rims = mRims.data();
-    line.rimCount = static_cast<int>(rim - mRims.data());
+    line.rows = mRows.data();
+    line.rowCount = static_cast<int>(listed - mRows.data());
 }
 
 DilatedPart DiscDilation::nextRow(const uint8_t* limit, uint8_t* dst) {

@@ -23,19 +23,6 @@ struct DilateRange {
     int64_t x0, y0, x1, y1;
 };
 
-/// One row of a disc. Its run of full weight is `covered` by maxima of one table: from `first` on, columns from the
-/// centre, at every other `covered` and at `last`.
-struct DiscRow {
-    int32_t first;
-    int32_t last;
-    int32_t covered;  ///< 0 without a run
-    ptrdiff_t table;  ///< from a source row's samples to the maxima
-    const DiscTap* taps;
-    int32_t tapCount;
-    int32_t runBlocks;  ///< to the run's end, rounded up
-    int32_t rimBlocks;  ///< to the last tap, rounded up
-};
-
 /// A disc made ready for an area and the wanted part of the result: its rows as runs and rims, without the cells that
 /// are too far out to connect the two.
 ///
@@ -80,7 +67,6 @@ private:
     const Shape mShape;
     Scratch<DiscRow> mRows;
     Scratch<DiscTap> mTaps;
-    int64_t mRuns = 0;  // that an output row can have at most
 };
 
 /// Grey dilation of an area by a disc: out = max over the disc's cells of max(sample - (255 - weight), 0).
@@ -90,7 +76,7 @@ class DiscDilation {
 public:
     DiscDilation(const DiscPlan& plan, const DilateArea& area, const DilateKernels& kernels = dilateKernels());
 
-    explicit operator bool() const { return mRing && mInk && mInkInReach && mSlots && mRuns && mRims; }
+    explicit operator bool() const { return mRing && mInk && mInkInReach && mInked && mRows; }
 
     /// Begins a tile of at most `tileWidth` columns from x0 on, above output row y0.
     void start(int64_t x0, int64_t x1, int64_t y0);
@@ -104,11 +90,17 @@ public:
     DilatedPart nextRow(const uint8_t* limit, uint8_t* dst);
 
 private:
+    // A source row with ink.
+    struct InkedRow {
+        DilateSource source;
+        int row;
+    };
+
     void enterRow(int row);
+    void addInked(int row, const DilateSource& source);
     void leaveRow(int row);
     void countInk(int slot, uint32_t sign);
     void listRows(DilateLine& line);
-    DilateRun* addRuns(const DilateSource& source, const DiscRow& disc, DilateRun* run) const;
     uint8_t* samplesIn(int slot);
     uint32_t* inkIn(int slot);
     void fillSamples(int row, uint8_t* samples) const;
@@ -125,12 +117,13 @@ private:
     int mSpan = 0, mBlocks = 0;      // the span's columns and blocks
     int mFirstBlock = 0;             // of the tile, in the span
     int mEntered = 0, mLeaving = 0;  // source rows mLeaving..mEntered - 1 reach the current output row
+    int mInkedBegin = 0, mInkedEnd = 0;
+    int mInkedBelow = 0;  // first inked row below the output row
     Scratch<uint8_t> mRing;
     Scratch<uint32_t> mInk;         // for each ring row: inked blocks left of a block
     Scratch<uint32_t> mInkInReach;  // the same summed over the rows in reach
-    Scratch<DilateSource> mSlots;   // the ring's rows; without samples where they have no ink
-    Scratch<DilateRun> mRuns;
-    Scratch<DilateRim> mRims;
+    Scratch<InkedRow> mInked;       // those of the ring, from the top, at mInkedBegin..mInkedEnd - 1
+    Scratch<DilateRow> mRows;
 };
 
 }  // namespace QxFontEffect

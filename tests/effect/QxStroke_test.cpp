@@ -211,12 +211,14 @@ TEST(Stroke, OffsetIsTheWidthOutsideAndHalfOfItCentred) {
 }
 
 TEST(Stroke, DrawsNothingWhenAnyAllocationFails) {
-    for (const int position : {0, 1, 2})
+    // Narrow and wide strokes take different ways.
+    for (const int round : {0, 1, 2, 3, 4, 5})
         for (int n = 0;; ++n) {
+            const int position = round % 3;
             CorePicture picture(40, 30);
             picture.ink(20, 15) = 255;
             QxStroke core;
-            setStroke(core, 6.0f, position);
+            setStroke(core, round < 3 ? 6.0f : 30.0f, position);
             ParamPostProcessing params = picture.params();
             test::FailingAlloc failing(n);
             core.doPostProcessing(&params);

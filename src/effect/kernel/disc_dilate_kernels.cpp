@@ -1,10 +1,17 @@
 #include "effect/kernel/disc_dilate_kernels_body.h"
+#include "pixel/kernel/cpu.h"
 
 namespace QxFontEffect {
+
+extern const DilateKernels* const kDilateKernelsForAvx2;
 
 const DilateKernels& dilateKernelsPortable() {
     static constexpr DilateKernels kKernels = {"portable", copy, countInk, runMaxima, gather};
     return kKernels;
+}
+
+const DilateKernels* dilateKernelsAvx2() {
+    return kernel::cpuHasAvx2() ? kDilateKernelsForAvx2 : nullptr;
 }
 
 const DilateKernels& dilateKernels() {

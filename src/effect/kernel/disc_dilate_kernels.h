@@ -23,37 +23,37 @@ struct DilateSource {
     const uint32_t* inkBefore;
 };
 
-/// A source row's part in the runs of an output row: the greater of two maxima.
-struct DilateRun {
-    const uint8_t* maxima;     ///< at column 0
-    int32_t left, right;       ///< columns to the two
-    int32_t covered;           ///< samples behind a maximum
-    const uint32_t* inkLeft;   ///< at a block: inked blocks left of what the run sees
-    const uint32_t* inkRight;  ///< the same and those that it sees
-};
-
 /// Two rim cells, `dx` columns left and right of the centre.
 struct DiscTap {
     int32_t dx;
     int32_t loss;  ///< 255 - weight
 };
 
-/// The rim cells of one row of the disc, and the source rows above and below the output row that they are laid on: null
-/// samples for one that has no ink or does not exist.
-struct DilateRim {
-    DilateSource above;
-    DilateSource below;
+/// One row of a disc. Its run of full weight is `covered` by maxima of one table: from `first` on, columns from the
+/// centre, at every other `covered` and at `last`.
+struct DiscRow {
+    int32_t first;
+    int32_t last;
+    int32_t covered;  ///< 0 without a run
+    ptrdiff_t table;  ///< from a source row's samples to the maxima
     const DiscTap* taps;
     int32_t tapCount;
-    int32_t blocks;  ///< to the farthest of them, rounded up
+    int32_t runBlocks;  ///< to the run's end, rounded up
+    int32_t rimBlocks;  ///< to the last tap, rounded up
+};
+
+/// A row of the disc, and the source rows above and below the output row that it is laid on; null for one that has no
+/// ink or does not exist.
+struct DilateRow {
+    const DilateSource* above;
+    const DilateSource* below;
+    const DiscRow* disc;
 };
 
 /// One row of output.
 struct DilateLine {
-    const DilateRun* runs;  ///< nearest source rows first
-    int runCount;
-    const DilateRim* rims;
-    int rimCount;
+    const DilateRow* rows;  ///< nearest source rows first
+    int rowCount;
     const uint32_t* inkBefore;  ///< of all source rows together
     int reach;                  ///< columns that the whole disc reaches to each side
     int inkBlocks;              ///< the same in blocks, rounded up

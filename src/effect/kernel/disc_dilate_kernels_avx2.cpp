@@ -1,27 +1,26 @@
 // The loops of disc_dilate_kernels.h for processors with AVX2; this file alone is compiled for them.
 
+#include "effect/kernel/disc_dilate_kernels.h"
+
 #if defined(__AVX2__)
 
 #include "effect/kernel/disc_dilate_kernels_body.h"
 
 namespace QxFontEffect {
 
-const DilateKernels* dilateKernelsAvx2() {
-    static constexpr DilateKernels kKernels = {"avx2", copy, countInk, runMaxima, gather};
-    return __builtin_cpu_supports("avx2") ? &kKernels : nullptr;
-}
+extern const DilateKernels* const kDilateKernelsForAvx2;
+
+static constexpr DilateKernels kKernels = {"avx2", copy, countInk, runMaxima, gather};
+const DilateKernels* const kDilateKernelsForAvx2 = &kKernels;
 
 }  // namespace QxFontEffect
 
 #else
 
-#include "effect/kernel/disc_dilate_kernels.h"
-
 namespace QxFontEffect {
 
-const DilateKernels* dilateKernelsAvx2() {
-    return nullptr;
-}
+extern const DilateKernels* const kDilateKernelsForAvx2;
+const DilateKernels* const kDilateKernelsForAvx2 = nullptr;
 
 }  // namespace QxFontEffect
 

@@ -99,9 +99,9 @@ struct Place {
 /// Raises by the cells of one rim row: the same columns left and right of the centre, in one source row or two.
 template <int kSamples, bool kInside>
 inline void raiseByTaps(Samples<kSamples>& s, const Place<kInside>& place, const uint8_t* samples, const uint8_t* other,
-                        const DilateRim& rim) {
-    for (int i = 0; i < rim.tapCount; ++i) {
-        const int dx = rim.taps[i].dx;
+                        const DiscRow& disc) {
+    for (int i = 0; i < disc.tapCount; ++i) {
+        const int dx = disc.taps[i].dx;
         Samples<kSamples> cells = place.template load<kSamples>(samples, -dx, 0);
         raise(cells, place.template load<kSamples>(samples, dx, 0));
         if (other != nullptr) {
@@ -109,7 +109,7 @@ inline void raiseByTaps(Samples<kSamples>& s, const Place<kInside>& place, const
             raise(cells, place.template load<kSamples>(other, dx, 0));
         }
         // Raised to the loss before it is taken off: a difference that stops at 0.
-        const U8s loss = U8s{} + static_cast<uint8_t>(rim.taps[i].loss);
+        const U8s loss = U8s{} + static_cast<uint8_t>(disc.taps[i].loss);
         for (int v = 0; v < s.kVectors; ++v) cells.v[v] = greater(cells.v[v], loss) - loss;
         raise(s, cells);
     }
@@ -119,36 +119,46 @@ inline bool hasInk(const uint32_t* inkBefore, int block, int blocks) {
     return inkBefore[block + blocks + 1] != inkBefore[block - blocks];
 }
 
-inline bool rimHasInk(const DilateSource& source, int block, int blocks) {
-    return source.samples != nullptr && hasInk(source.inkBefore, block, blocks);
+inline bool seesInk(const DilateSource* source, int block, int blocks) {
+    return source != nullptr && hasInk(source->inkBefore, block, blocks);
 }
 
 /// Joins the rims of all rows.
 template <int kSamples, bool kInside>
 inline void gatherRims(const DilateLine& line, const Place<kInside>& place, Samples<kSamples>& s) {
-    for (int i = 0; i < line.rimCount; ++i) {
-        const DilateRim& rim = line.rims[i];
-        const bool above = rimHasInk(rim.above, place.block, rim.blocks);
-        const bool below = rimHasInk(rim.below, place.block, rim.blocks);
+    for (int i = 0; i < line.rowCount; ++i) {
+        const DilateRow& row = line.rows[i];
+        const bool above = seesInk(row.above, place.block, row.disc->rimBlocks);
+        const bool below = seesInk(row.below, place.block, row.disc->rimBlocks);
         if (above)
-            raiseByTaps(s, place, rim.above.samples, below ? rim.below.samples : nullptr, rim);
+            raiseByTaps(s, place, row.above->samples, below ? row.below->samples : nullptr, *row.disc);
         else if (below)
-            raiseByTaps(s, place, rim.below.samples, nullptr, rim);
+            raiseByTaps(s, place, row.below->samples, nullptr, *row.disc);
     }
+}
+
+/// Raises by the run of one row.
+template <bool kInside>
+inline void raiseByRun(Block& s, const Place<kInside>& place, const DilateSource* source, const DiscRow& disc) {
+    if (!seesInk(source, place.block, disc.runBlocks)) return;
+    const uint8_t* maxima = source->samples + disc.table;
+    raise(s, place.template load<kDilateBlock>(maxima, disc.last, disc.covered));
+    for (int dx = disc.first; dx < disc.last; dx += disc.covered)
+        raise(s, place.template load<kDilateBlock>(maxima, dx, disc.covered));
 }
 
 /// Joins the runs of all rows, or as many as it takes to reach the goal.
 template <bool kInside>
 inline Block gatherRuns(const DilateLine& line, const Place<kInside>& place, const Block& goal) {
-    constexpr int kRunsBetweenChecks = 4;
+    constexpr int kRowsBetweenChecks = 4;
     Block samples{};
-    for (int i = 0; i < line.runCount; ++i) {
-        const DilateRun& run = line.runs[i];
-        if (run.inkLeft[place.block] != run.inkRight[place.block]) {
-            raise(samples, place.template load<kDilateBlock>(run.maxima, run.left, run.covered));
-            raise(samples, place.template load<kDilateBlock>(run.maxima, run.right, run.covered));
+    for (int i = 0; i < line.rowCount; ++i) {
+        const DilateRow& row = line.rows[i];
+        if (row.disc->covered != 0) {
+            raiseByRun(samples, place, row.above, *row.disc);
+            raiseByRun(samples, place, row.below, *row.disc);
         }
-        if (i % kRunsBetweenChecks == 0 && reaches(samples, goal)) break;
+        if (i % kRowsBetweenChecks == 0 && reaches(samples, goal)) break;
     }
     return samples;
 }
