@@ -8,6 +8,7 @@
 #include "effect/core_inputs.h"
 #include "effect/core_record.h"
 #include "effect/disc_dilation.h"
+#include "effect/disc_dilation_small.h"
 #include "effect/kernel/disc_dilate.h"
 #include "effect/safe_convert.h"
 #include "pixel/QxBlender.h"
@@ -79,10 +80,75 @@ int64_t sourceBudget(const StrokeBox& box, bool twice) {
     return twice ? pixels * 3 / 4 : pixels * 3 / 2;
 }
 
-/// Blends one row.
-void blendRow(const ParamPostProcessing& p, uint8_t* mask, int count, int64_t x, int64_t y, unsigned int color,
-              int mode) {
-    const int left = static_cast<int>(x), top = static_cast<int>(y);
+/// The stroke's rows by discs of any width: one dilation, or two for the centred stroke.
+class StrokeBand {
+public:
+    StrokeBand(const DiscPlan& plan, DilateArea area, int position)
+        : mSpread(plan, complemented(area, position != kCentered && position != kOutside)), mBetween(plan.tileWidth()) {
+        if (position == kCentered) mLimited.emplace(plan, complemented(area, true));
+    }
+
+    explicit operator bool() const { return mSpread && mBetween && (!mLimited || *mLimited); }
+
+    void start(int64_t x0, int64_t x1, int64_t y0) {
+        mSpread.start(x0, x1, y0);
+        if (mLimited) mLimited->start(x0, x1, y0);
+    }
+
+    DilatedPart nextRow(uint8_t* dst) {
+        if (!mLimited) return mSpread.nextRow(nullptr, dst);
+        // One grows out of the glyphs, the other into them: the band is what they have in common.
+        mSpread.nextRow(nullptr, mBetween.data());
+        return mLimited->nextRow(mBetween.data(), dst);
+    }
+
+private:
+    static DilateArea complemented(DilateArea area, bool complement) {
+        area.complement = complement;
+        return area;
+    }
+
+    DiscDilation mSpread;
+    std::optional<DiscDilation> mLimited;
+    Scratch<uint8_t> mBetween;
+};
+
+SmallSource smallSource(int position) {
+    return position == kCentered  ? SmallSource::Both
+           : position == kOutside ? SmallSource::Ink
+                                  : SmallSource::Complement;
+}
+
+/// What is drawn, by whichever dilation.
+struct StrokePaint {
+    const ParamPostProcessing& p;
+    const StrokeBox& box;
+    unsigned int color;
+    int position;
+
+    template <typename Dilation>
+    void draw(Dilation& dilation, int tileWidth) const;
+    void blendRow(uint8_t* mask, int count, int64_t x, int64_t y) const;
+};
+
+template <typename Dilation>
+void StrokePaint::draw(Dilation& dilation, int tileWidth) const {
+    Scratch<uint8_t> row(tileWidth);
+    if (!dilation || !row) return;
+    const DilateRange& visible = box.visible;
+    for (int64_t x = visible.x0; x < visible.x1; x += tileWidth) {
+        dilation.start(x, std::min(x + tileWidth, visible.x1), visible.y0);
+        for (int64_t y = visible.y0; y < visible.y1; ++y) {
+            const DilatedPart part = dilation.nextRow(row.data());
+            if (part.begin < part.end) blendRow(row.data() + part.begin, part.end - part.begin, x + part.begin, y);
+        }
+    }
+}
+
+/// Blends a row of the result from its column x on.
+void StrokePaint::blendRow(uint8_t* mask, int count, int64_t x, int64_t y) const {
+    const int mode = position == kCentered && p.layerMode != 1 ? QXE_BLEND_SRC_OVER : QXE_BLEND_DST_OVER;
+    const int left = static_cast<int>(box.x + x), top = static_cast<int>(box.y + y);
     QxBlender::drawBitmapBlend8(left, top, p.dstBitmap, mask, count, 1, count, color, mode);
     if (p.baseBitmap != nullptr)
         QxBlender::drawBitmapBlend8(left, top, p.baseBitmap, mask, count, 1, count, color, mode);
@@ -146,31 +212,17 @@ void QxStroke::doPostProcessing(ParamPostProcessing* p) {
     StrokeBox box;
     if (!strokeBox(*p, discReach(radius), box)) return;
 
-    const DiscPlan plan(radius, box.area.width, box.area.height, box.visible, sourceBudget(box, centered));
-    if (!plan) return;
-    box.area.complement = property->position != kOutside && !centered;
-    DiscDilation spread(plan, box.area);
-    box.area.complement = true;
-    std::optional<DiscDilation> limits;
-    if (centered) limits.emplace(plan, box.area);
-    Scratch<uint8_t> row(plan.tileWidth()), limited(plan.tileWidth());
-    if (!spread || (centered && !*limits) || !row || !limited) return;
-
-    const int mode = centered && p->layerMode != 1 ? QXE_BLEND_SRC_OVER : QXE_BLEND_DST_OVER;
-    const DilateRange& visible = box.visible;
-    for (int64_t x = visible.x0; x < visible.x1; x += plan.tileWidth()) {
-        const int64_t end = std::min(x + plan.tileWidth(), visible.x1);
-        spread.start(x, end, visible.y0);
-        if (centered) limits->start(x, end, visible.y0);
-        for (int64_t y = visible.y0; y < visible.y1; ++y) {
-            uint8_t* mask = row.data();
-            DilatedPart part = spread.nextRow(nullptr, mask);
-            // One grows out of the glyphs, the other into them: the band is what they have in common.
-            if (centered) part = limits->nextRow(row.data(), mask = limited.data());
-            if (part.begin < part.end)
-                blendRow(*p, mask + part.begin, part.end - part.begin, box.x + x + part.begin, box.y + y,
-                         property->color, mode);
-        }
+    const StrokePaint paint{*p, box, property->color, property->position};
+    if (SmallDiscPlan::suits(radius)) {
+        const SmallDiscPlan plan(radius, box.area.width, box.area.height, box.visible);
+        if (!plan) return;
+        SmallDiscDilation band(plan, box.area, smallSource(property->position));
+        paint.draw(band, plan.tileWidth());
+    } else {
+        const DiscPlan plan(radius, box.area.width, box.area.height, box.visible, sourceBudget(box, centered));
+        if (!plan) return;
+        StrokeBand band(plan, box.area, property->position);
+        paint.draw(band, plan.tileWidth());
     }
 }
 

@@ -23,6 +23,11 @@ int64_t roundedUp(int64_t columns) {
 
 }  // namespace
 
+bool canDilate(int areaWidth, int areaHeight, const DilateRange& out) {
+    return out.x0 < out.x1 && out.y0 < out.y1 && areaWidth <= kFarthest && areaHeight <= kFarthest &&
+           out.x0 >= -kFarthest && out.y0 >= -kFarthest && out.x1 <= kFarthest && out.y1 <= kFarthest;
+}
+
 DiscPlan::DiscPlan(float radius, int areaWidth, int areaHeight, const DilateRange& out, int64_t budget)
     : mShape(shapeOf(radius, areaWidth, areaHeight, out, budget)), mRows(mShape.rows), mTaps(findRuns(radius)) {
     if (*this) makeRows(radius);
@@ -51,10 +56,7 @@ DiscPlan::Shape DiscPlan::shapeOf(float radius, int areaWidth, int areaHeight, c
     Shape shape{};
     shape.rows = -1;
     const int64_t reach = discReach(radius);
-    if (reach < 0 || out.x0 >= out.x1 || out.y0 >= out.y1) return shape;
-    if (areaWidth > kFarthest || areaHeight > kFarthest || out.x0 < -kFarthest || out.y0 < -kFarthest ||
-        out.x1 > kFarthest || out.y1 > kFarthest)
-        return shape;
+    if (reach < 0 || !canDilate(areaWidth, areaHeight, out)) return shape;
     shape.maxDx = static_cast<int>(std::min(reach, std::max(out.x1 - 1, areaWidth - 1 - out.x0)));
     shape.maxBlocks = static_cast<int>(blocksOf(shape.maxDx));
     shape.rows = static_cast<int>(std::min(reach, std::max(out.y1 - 1, areaHeight - 1 - out.y0))) + 1;

@@ -23,6 +23,9 @@ struct DilateRange {
     int64_t x0, y0, x1, y1;
 };
 
+/// Whether there is a part and its places can be counted, which they can in any picture.
+bool canDilate(int areaWidth, int areaHeight, const DilateRange& out);
+
 /// A disc made ready for an area and the wanted part of the result: its rows as runs and rims, without the cells that
 /// are too far out to connect the two.
 ///

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <vector>
 
+#include "effect/dilation_cases.h"
 #include "effect/kernel/disc_dilate.h"
 #include "support/planes.h"
-#include "support/reference/stroke_reference.h"
 
 namespace QxFontEffect {
 namespace {
@@ -15,42 +15,9 @@ namespace {
 using test::GuardedPlane8;
 using test::Rng;
 
-std::vector<const DilateKernels*> kernelsHere() {
-    std::vector<const DilateKernels*> all{&dilateKernelsPortable()};
-    if (dilateKernelsAvx2() != nullptr) all.push_back(dilateKernelsAvx2());
-    return all;
-}
-
-// Blank, full and partial samples in stretches, with blank rows between: what a line of text looks like.
-GuardedPlane8 textLike(Rng& rng, int width, int height) {
-    GuardedPlane8 plane(width, height);
-    for (int y = 0; y < height; ++y) {
-        uint8_t current = 0;
-        const bool blank = rng.oneIn(3);
-        for (int x = 0; x < width && !blank; ++x) {
-            if (rng.oneIn(6)) current = rng.oneIn(2) ? uint8_t{0} : rng.oneIn(3) ? rng.byte() : uint8_t{255};
-            plane.at(x, y) = current;
-        }
-    }
-    return plane;
-}
-
-// All of the result, which reaches half a disc beyond the area on every side.
-std::vector<uint8_t> wholeResult(const GuardedPlane8& ink, const DilateArea& area, float radius) {
-    std::vector<uint8_t> samples;
-    for (int y = 0; y < area.height; ++y)
-        for (int x = 0; x < area.width; ++x) {
-            const int u = x - area.inkX, v = y - area.inkY;
-            const bool within = u >= 0 && v >= 0 && u < ink.width() && v < ink.height();
-            const uint8_t c = within ? ink.at(u, v) : uint8_t{0};
-            samples.push_back(area.complement ? static_cast<uint8_t>(255 - c) : c);
-        }
-    const test::reference::Disc disc = test::reference::disc(radius);
-    std::vector<uint8_t> plane(static_cast<size_t>(area.width + disc.side - 1) *
-                               static_cast<size_t>(area.height + disc.side - 1));
-    test::reference::dilate(samples, area.width, area.height, disc, plane);
-    return plane;
-}
+using test::kernelsHere;
+using test::textLike;
+using test::wholeResult;
 
 // The part `range` of the result, worked out in as many tiles as the budget makes of it.
 GuardedPlane8 dilated(const DilateArea& area, float radius, const DilateRange& range, int64_t budget,

@@ -1,4 +1,5 @@
 #include "effect/kernel/disc_dilate_kernels_body.h"
+#include "effect/kernel/disc_dilate_small_body.h"
 #include "pixel/kernel/cpu.h"
 
 namespace QxFontEffect {
@@ -6,7 +7,7 @@ namespace QxFontEffect {
 extern const DilateKernels* const kDilateKernelsForAvx2;
 
 const DilateKernels& dilateKernelsPortable() {
-    static constexpr DilateKernels kKernels = {"portable", copy, countInk, runMaxima, gather};
+    static constexpr DilateKernels kKernels = {"portable", copy, countInk, runMaxima, gather, markSmall, gatherSmall};
     return kKernels;
 }
 

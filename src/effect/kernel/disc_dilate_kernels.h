@@ -69,6 +69,9 @@ struct DilatedPart {
     int end;
 };
 
+struct SmallLine;
+enum class SmallSource;
+
 struct DilateKernels {
     const char* name;
 
@@ -84,6 +87,13 @@ struct DilateKernels {
 
     /// Writes `blockCount` blocks.
     DilatedPart (*gather)(const DilateLine& line, uint8_t* out);
+
+    /// The marks of the units of a source row; see disc_dilate_small.h.
+    void (*markSmall)(SmallSource source, const uint8_t* samples, const uint8_t* inside, int units, int reach,
+                      uint8_t* marks);
+
+    /// Writes all units of the line.
+    DilatedPart (*gatherSmall)(const SmallLine& line, uint8_t* out);
 };
 
 /// What every processor runs.

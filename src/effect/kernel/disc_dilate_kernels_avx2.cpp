@@ -5,12 +5,13 @@
 #if defined(__AVX2__)
 
 #include "effect/kernel/disc_dilate_kernels_body.h"
+#include "effect/kernel/disc_dilate_small_body.h"
 
 namespace QxFontEffect {
 
 extern const DilateKernels* const kDilateKernelsForAvx2;
 
-static constexpr DilateKernels kKernels = {"avx2", copy, countInk, runMaxima, gather};
+static constexpr DilateKernels kKernels = {"avx2", copy, countInk, runMaxima, gather, markSmall, gatherSmall};
 const DilateKernels* const kDilateKernelsForAvx2 = &kKernels;
 
 }  // namespace QxFontEffect
