@@ -47,16 +47,18 @@ GlowLengths glowLengths(float size) {
 /// Grey values of a glow before the blur: what there is of the ink, or what is missing of it, grown and then measured
 /// from 0 either way, so that they are 0 all around.
 ///
-/// @param plane  the ink widened by `lengths.margin` on every side.
-void makeGrownPlane(ConstPlane8 ink, const GlowLengths& lengths, GlowSide side, uint8_t* scratch, Plane8 plane) {
-    padPlane8(ink, lengths.margin, 0, plane);
-    if (side == GlowSide::Inner) complementPlane8(plane);
-    growByBoxPlane8(plane, lengths.passes, scratch);
-    if (side == GlowSide::Outer) return;
+/// @param growth  of the ink widened by `lengths.margin` on every side.
+ConstPlane8 grownPlane(ConstPlane8 ink, const GlowLengths& lengths, GlowSide side, BoxGrowth& growth) {
+    padPlane8(ink, lengths.margin, 0, growth.start());
+    if (side == GlowSide::Inner) complementPlane8(growth.start());
+    const Plane8 plane = growth.grown();
+    const ConstPlane8 grown = {plane.data, plane.width, plane.height, plane.stride};
+    if (side == GlowSide::Outer) return grown;
     complementPlane8(plane);
     // The growth leaves the edge columns dark. Where they are not those of the whole area, they are free of ink.
-    if (lengths.margin == lengths.pad) return;
+    if (lengths.margin == lengths.pad) return grown;
     for (int y = 0; y < plane.height; ++y) plane.row(y)[0] = plane.row(y)[plane.width - 1] = 0;
+    return grown;
 }
 
 /// Colours of a row: those of the blurred part, and opaque white outside it.
@@ -96,22 +98,19 @@ void drawGlow(const ParamPostProcessing& p, const QxGlowProperty& property, Glow
     const int planeWidth = ink.width + 2 * lengths.margin;
     const int planeHeight = ink.height + 2 * lengths.margin;
     const GaussBell bell = makeGaussBell(radius, kGlowPeak);
-    Scratch<uint8_t> grown(planeWidth, planeHeight);
-    const Plane8 plane = {grown.data(), planeWidth, planeHeight, planeWidth};
+    Scratch<uint8_t> planes(BoxGrowth::scratchBytes(planeWidth, planeHeight, lengths.passes));
+    Scratch<uint8_t> grey(width, kGaussRows);
+    Scratch<uint32_t> strip(width, kGaussRows);
+    if (!planes || !grey || !strip) return;
+    BoxGrowth growth(planeWidth, planeHeight, lengths.passes, planes.data());
     const int toPlane = lengths.margin - lengths.pad;
     // The inner glow is the complement of a blurred complement: the first pass rounds up to make up for it.
     const GaussRounding columns = side == GlowSide::Inner ? GaussRounding::Up : GaussRounding::Down;
-    const GaussJob job = {{plane.data, planeWidth, planeHeight, planeWidth},
-                          &bell,
-                          moved(blurred, toPlane, toPlane),
-                          columns,
+    const GaussJob job = {grownPlane(ink, lengths, side, growth), &bell, moved(blurred, toPlane, toPlane), columns,
                           GaussRounding::Down};
-    Scratch<uint8_t> work(std::max(boxGrowScratchBytes(planeWidth, lengths.passes), GaussRows::scratchBytes(job)));
-    Scratch<uint8_t> grey(width, kGaussRows);
-    Scratch<uint32_t> strip(width, kGaussRows);
-    if (!grown || !work || !grey || !strip) return;
+    Scratch<uint8_t> work(GaussRows::scratchBytes(job));
+    if (!work) return;
 
-    makeGrownPlane(ink, lengths, side, work.data(), plane);
     GaussRows rows(job, work.data());
     // Strips keep to the rows of the blur: those above and below it are white.
     int row = seen.yStart;
@@ -143,8 +142,8 @@ void makeGlowRamp(const QxGlowProperty* property, uint32_t* lut, float range, in
 
 void growGlow(uint8_t* buffer, int passes, int width, int height) {
     if (buffer == nullptr || width < 1 || height < 1) return;
-    Scratch<uint8_t> rows(boxGrowScratchBytes(width, passes));
-    if (rows) growByBoxPlane8({buffer, width, height, width}, passes, rows.data());
+    Scratch<uint8_t> planes(BoxGrowth::scratchBytes(width, height, passes));
+    if (planes) growByBoxPlane8({buffer, width, height, width}, passes, planes.data());
 }
 
 int32_t glowMargin(const QxGlowProperty* property) {

@@ -22,7 +22,7 @@ void drawGlow(const ParamPostProcessing& p, const QxGlowProperty& property, Glow
 /// @param mode  1 spreads the stops by the square root, 2 by the square, any other value evenly.
 void makeGlowRamp(const QxGlowProperty* property, uint32_t* lut, float range, int mode);
 
-/// Grows a grey image in place, see `growByBoxPlane8`. Nothing changes when memory for two rows cannot be had.
+/// Grows a grey image in place, see `growByBoxPlane8`. Nothing changes when memory for two planes cannot be had.
 void growGlow(uint8_t* buffer, int passes, int width, int height);
 
 /// The margin of a glow, the same on every side; its faint rim reaches further.

@@ -1,4 +1,6 @@
-// The loop of box_grow.h for processors with AVX2; this file alone is compiled for them.
+// The loops of box_grow.h for processors with AVX2; this file alone is compiled for them.
+
+#include "effect/kernel/box_grow.h"
 
 #if defined(__AVX2__)
 
@@ -8,14 +10,12 @@ namespace QxFontEffect {
 
 extern const BoxGrowKernels* const kBoxGrowKernelsForAvx2;
 
-static constexpr BoxGrowKernels kKernels = {"avx2", growRow};
+static constexpr BoxGrowKernels kKernels = {"avx2", growBlock, lookAtBlock};
 const BoxGrowKernels* const kBoxGrowKernelsForAvx2 = &kKernels;
 
 }  // namespace QxFontEffect
 
 #else
-
-#include "effect/kernel/box_grow.h"
 
 namespace QxFontEffect {
 

@@ -1,72 +1,77 @@
-// The loop of box_grow.h, included once per instruction set. Nothing inline from another header is called: a copy of it
-// compiled for a newer processor could replace the one that all processors run.
+// The loops of box_grow.h, included once per instruction set. Nothing inline from another header is called: a copy of
+// it compiled for a newer processor could replace the one that all processors run.
 
 #include "effect/kernel/box_grow.h"
 #include "effect/kernel/vectors.h"
 
-#if defined(__SSE2__)
+#if defined(__AVX2__)
 #include <immintrin.h>
 #endif
 
 namespace QxFontEffect {
 namespace {
 
-constexpr int kGrowStep = 2 * kU16Lanes;
-using Halves = uint8_t __attribute__((vector_size(kVectorBytes / 2)));
+using I16s = int16_t __attribute__((vector_size(kVectorBytes)));
 
-/// Words below 32768 as bytes, limited to 255.
-inline U8s packed(U16s low, U16s high) {
+/// Sums of kVectorBytes columns, those of the even and those of the odd ones.
+struct ColumnSums {
+    U16s even;
+    U16s odd;
+
+    ColumnSums operator+(const ColumnSums& other) const { return {even + other.even, odd + other.odd}; }
+};
+
+/// The sums of each column of a row and the two beside it. Neighbours are taken apart in words: that needs neither
+/// wider samples nor moves between lanes.
+inline ColumnSums threeAbreast(const uint8_t* at) {
+    const U16s left = loadVector<U16s>(at - 1), right = loadVector<U16s>(at + 1);
+    const U16s middle = (left >> 8) + (right & 255);
+    return {(left & 255) + middle, middle + (right >> 8)};
+}
+
+/// A quarter of the sums, limited to 255. By 4, not by 9: each pass is meant to swell the shape by a pixel, not to
+/// average it.
+inline U8s quarters(const ColumnSums& sums) {
+    const U16s even = sums.even >> 2, odd = sums.odd >> 2;
 #if defined(__AVX2__)
-    return (U8s)_mm256_permute4x64_epi64(_mm256_packus_epi16((__m256i)low, (__m256i)high), 0xD8);
-#elif defined(__SSE2__)
-    return (U8s)_mm_packus_epi16((__m128i)low, (__m128i)high);
+    const U8s apart = (U8s)_mm256_packus_epi16((__m256i)even, (__m256i)odd);
+    return __builtin_shufflevector(apart, apart, 0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15, 16, 24, 17, 25,
+                                   18, 26, 19, 27, 20, 28, 21, 29, 22, 30, 23, 31);
 #else
-    const Halves halves[2] = {__builtin_convertvector(lesser(low, U16s{} + 255), Halves),
-                              __builtin_convertvector(lesser(high, U16s{} + 255), Halves)};
-    return loadVector<U8s>(halves);
+    const I16s limit = I16s{} + 255;
+    return (U8s)(U16s)(lesser((I16s)even, limit) | lesser((I16s)odd, limit) << 8);
 #endif
 }
 
-inline U16s grownAt(const uint16_t* column) {
-    const U16s sum = loadVector<U16s>(column - 1) + loadVector<U16s>(column) + loadVector<U16s>(column + 1);
-    // Divides by 4, not by 9: each pass is meant to swell the shape by a pixel, not to average it.
-    return sum >> 2;
-}
-
-inline uint8_t grownOne(const uint16_t* column) {
-    const int grown = (column[-1] + column[0] + column[1]) >> 2;
-    return static_cast<uint8_t>(grown < 255 ? grown : 255);
-}
-
-/// Sums of three samples one below the other, for some columns.
-inline void addColumns(uint16_t* pairs, uint16_t* last, uint16_t* columns, U16s below) {
-    storeVector(columns, loadVector<U16s>(pairs) + below);
-    storeVector(pairs, loadVector<U16s>(last) + below);
-    storeVector(last, below);
-}
-
-void growRow(uint16_t* pairs, uint16_t* last, uint16_t* columns, const uint8_t* below, int width, uint8_t* out) {
-    uint16_t* column = columns + 1;
-    int x = 0, grown = 1;
-    for (; x + kU16Lanes <= width; x += kU16Lanes) {
-#if defined(__AVX2__)
-        const U16s words = (U16s)_mm256_cvtepu8_epi16(loadVector<__m128i>(below + x));
-#else
-        const U16s words = __builtin_convertvector(loadVector<Halves>(below + x), U16s);
-#endif
-        addColumns(pairs + x, last + x, column + x, words);
-        // Columns to the right of those that are grown now have been summed up.
-        for (; grown + kGrowStep < x + kU16Lanes; grown += kGrowStep)
-            storeVector(out + grown, packed(grownAt(column + grown), grownAt(column + grown + kU16Lanes)));
+bool growBlock(const uint8_t* above, ptrdiff_t stride, int rows, uint8_t* out) {
+    U8s full = ~U8s{};
+    for (int x = 0; x < BoxGrowKernels::kColumns; x += kVectorBytes) {
+        const uint8_t* row = above + x;
+        ColumnSums last = threeAbreast(row + stride);
+        ColumnSums pair = threeAbreast(row) + last;
+        row += 2 * stride;
+        uint8_t* to = out + x;
+        for (int y = 0; y < rows; ++y, row += stride, to += stride) {
+            const ColumnSums below = threeAbreast(row);
+            const U8s grown = quarters(pair + below);
+            storeVector(to, grown);
+            full &= grown;
+            pair = last + below;
+            last = below;
+        }
     }
-    for (; x < width; ++x) {
-        column[x] = static_cast<uint16_t>(pairs[x] + below[x]);
-        pairs[x] = static_cast<uint16_t>(last[x] + below[x]);
-        last[x] = below[x];
-    }
-    for (; grown < width - 1; ++grown) out[grown] = grownOne(column + grown);
-    out[0] = 0;
-    out[width - 1] = 0;
+    return allBitsSet(full);
+}
+
+GrowState lookAtBlock(const uint8_t* block, ptrdiff_t stride, int rows) {
+    U8s any = {}, all = ~U8s{};
+    for (int y = 0; y < rows; ++y)
+        for (int x = 0; x < BoxGrowKernels::kColumns; x += kVectorBytes) {
+            const U8s samples = loadVector<U8s>(block + y * stride + x);
+            any |= samples;
+            all &= samples;
+        }
+    return static_cast<GrowState>((noBitsSet(any) ? kGrowBlank : 0) | (allBitsSet(all) ? kGrowFull : 0));
 }
 
 }  // namespace
