@@ -1,5 +1,6 @@
 #include "effect/kernel/gauss_taps.h"
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace QxFontEffect {
@@ -29,24 +30,31 @@ bool findReciprocal(int32_t divisor, int32_t limit, GaussDirect& direct) {
 }  // namespace
 
 GaussDirect makeGaussDirect(const GaussBell& bell) {
-    // Times 255, with what rounding up adds, this weight sum fits 16 bits.
-    constexpr int32_t kMaxSum = 255;
+    constexpr int32_t kMaxWord = 65535;
     GaussDirect direct{};
     direct.radius = bell.radius;
-    if (bell.radius > GaussDirect::kMaxRadius || bell.sum > 2 * kMaxSum || bell.sum % 2 != 0) return direct;
+    if (bell.radius > GaussDirect::kMaxRadius || bell.sum % 2 != 0) return direct;
 
-    direct.isHalved = bell.sum > kMaxSum;
-    int32_t oddSum = 0;
+    // The largest sum, with what rounding up adds.
+    const int32_t limit = 256 * bell.sum - 1;
+    direct.isHalved = limit > kMaxWord;
+    int32_t oddSum = 0, evenSum = 0;
     for (int d = 0; d <= bell.radius; ++d) {
         const int32_t weight = gaussWeight(bell.radius, bell.peak, d);
         direct.isOdd[d] = direct.isHalved && weight % 2 != 0;
         direct.weights[d] = direct.isHalved && !direct.isOdd[d] ? weight / 2 : weight;
-        if (direct.isOdd[d]) oddSum += 2 * weight;
+        if (d > 0) (direct.isOdd[d] ? oddSum : evenSum) += 2 * direct.weights[d];
     }
+    const int32_t largestOdd = 255 * oddSum + bell.sum - 1, largestEven = 255 * evenSum;
+    const int32_t largestFirst = 255 * direct.weights[0] + (direct.isHalved ? largestOdd / 2 : bell.sum - 1);
+    if (direct.isOdd[0] || std::max({largestOdd, largestEven, largestFirst}) > kMaxWord) return direct;
+
     const int32_t divisor = direct.isHalved ? bell.sum / 2 : bell.sum;
-    const int32_t limit = 255 * bell.sum + bell.sum - 1;
-    direct.isPossible =
-        oddSum <= kMaxSum && !direct.isOdd[0] && findReciprocal(divisor, direct.isHalved ? limit / 2 : limit, direct);
+    const int32_t largest = direct.isHalved ? limit / 2 : limit;
+    direct.mayWrap = largest > kMaxWord;
+    direct.wrapped = (kMaxWord + 1) / divisor;
+    direct.remainder = (kMaxWord + 1) % divisor;
+    direct.isPossible = findReciprocal(divisor, std::min(largest, kMaxWord), direct);
     return direct;
 }
 

@@ -163,11 +163,18 @@ inline const int32_t* addPairs(const int32_t* word, int32_t pairs, const uint16_
     return word;
 }
 
+/// Quotients of sums below 65536.
+inline U16s directQuotient(const GaussDirect& direct, U16s sums) {
+    if (direct.before != 0) sums >>= 1;
+    // The product with a power of two shifts, in half the time of a shift by a variable.
+    return highProduct(highProduct(sums, inAllLanes(direct.multiplier)), inAllLanes(0x10000 >> direct.after));
+}
+
 /// The quotients of a narrow bell for some vectors whose samples lie `stride` words apart.
 template <int vectors>
 inline void runDirect(const GaussDirect& direct, const int32_t* word, const uint16_t* base, int stride,
                       int32_t emptySum, U16s* quotients) {
-    U16s sums[vectors];
+    U16s sums[vectors], even[vectors] = {};
     const U16s centre = inAllLanes(direct.weights[0]);
     const uint16_t* at = placeAt(base, word[0]);
     const int32_t* pairs = word + 3;
@@ -179,13 +186,17 @@ inline void runDirect(const GaussDirect& direct, const int32_t* word, const uint
     } else {
         for (int i = 0; i < vectors; ++i) sums[i] = wordsAt(at + i * stride) * centre + inAllLanes(emptySum);
     }
-    addPairs<vectors>(pairs, word[2], base, stride, sums);
-    if (direct.before != 0)
-        for (int i = 0; i < vectors; ++i) sums[i] >>= 1;
-    // The product with a power of two shifts, in half the time of a shift by a variable.
-    const U16s multiplier = inAllLanes(direct.multiplier);
-    const U16s shift = inAllLanes(0x10000 >> direct.after);
-    for (int i = 0; i < vectors; ++i) quotients[i] = highProduct(highProduct(sums[i], multiplier), shift);
+    addPairs<vectors>(pairs, word[2], base, stride, even);
+    for (int i = 0; i < vectors; ++i) {
+        const U16s sum = sums[i] + even[i];
+        if (!direct.mayWrap) {
+            quotients[i] = directQuotient(direct, sum);
+            continue;
+        }
+        const U16s wraps = (U16s)(sum < even[i]);
+        quotients[i] =
+            directQuotient(direct, sum + (wraps & inAllLanes(direct.remainder))) + (wraps & inAllLanes(direct.wrapped));
+    }
 }
 
 }  // namespace

@@ -88,12 +88,15 @@ int writeGaussProgram(const GaussTaps& taps, const GaussPlaces& places, int32_t*
 /// How a narrow bell is summed and divided in 16 bits.
 ///
 /// The weight sum is even. Where 255 times it does not fit, half of the sum is divided by half of the weight sum: the
-/// pairs of odd weight are summed apart and halved afterwards, the even weights are halved before.
+/// pairs of odd weight are summed apart and halved afterwards, the even weights are halved before. Half of the sum may
+/// still pass 65535, once, and only when the even pairs are added: then 65536, which is `wrapped` divisors and
+/// `remainder`, is missing.
 struct GaussDirect {
     static constexpr int kMaxRadius = 6;
 
     bool isPossible;
     bool isHalved;
+    bool mayWrap;
     int32_t radius;
     int32_t weights[kMaxRadius + 1];  ///< of the centre, then of the pairs
     bool isOdd[kMaxRadius + 1];       ///< which of them are in the sum that is halved afterwards
@@ -101,6 +104,8 @@ struct GaussDirect {
     int32_t before;
     int32_t multiplier;
     int32_t after;  ///< above 0
+    int32_t wrapped;
+    int32_t remainder;
 };
 
 GaussDirect makeGaussDirect(const GaussBell& bell);

@@ -203,19 +203,23 @@ TEST(GaussQuotient, DividesEverySumOfEveryRadius) {
 }
 
 TEST(GaussDirect, DividesEverySumOfTheNarrowBells) {
+    bool used[3] = {};
     for (const int peak : {kSoftPeak, kGlowPeak})
         for (int radius = 0; radius <= GaussDirect::kMaxRadius; ++radius) {
             const GaussBell bell = makeGaussBell(radius, peak);
             const GaussDirect direct = makeGaussDirect(bell);
             if (!direct.isPossible) continue;
+            used[direct.isHalved + direct.mayWrap] = true;
             for (int32_t total = 0; total < 256 * bell.sum; ++total) {
                 const int32_t n = direct.isHalved ? total / 2 : total;
-                ASSERT_LT(n, 65536);
-                ASSERT_EQ((n >> direct.before) * int64_t{direct.multiplier} >> 16 >> direct.after, total / bell.sum)
-                    << radius << " " << total;
+                const bool wraps = n > 65535;
+                ASSERT_LE(wraps, direct.mayWrap);
+                const int32_t rest = wraps ? n - 65536 + direct.remainder : n;
+                const int64_t quotient = (rest >> direct.before) * int64_t{direct.multiplier} >> 16 >> direct.after;
+                ASSERT_EQ(quotient + (wraps ? direct.wrapped : 0), total / bell.sum) << radius << " " << total;
             }
         }
-    EXPECT_TRUE(makeGaussDirect(makeGaussBell(5, kSoftPeak)).isPossible);
+    EXPECT_TRUE(used[0] && used[1] && used[2]);
 }
 
 TEST(GaussTaps, EverySplitIsTheBell) {
