@@ -61,11 +61,8 @@ GaussColumns::GaussColumns(ConstPlane8 src, const GaussPlan& plan, GaussRounding
     const int64_t reach = int64_t{plan.bell.radius} + 3;
     plan.writeProgram(placesIn(plan, -reach, reach, kNoPlace), mMemory.innerProgram);
     std::fill_n(mMemory.window, kGaussBlockRow, uint16_t{0});
-    for (int block = 0; block < mBlocks; ++block) {
-        plan.kernels->countInk(src.data + block * kGaussBlock, src.stride, columnsOf(src, block), src.height,
-                               mMemory.inkedBefore + int64_t{block} * (int64_t{src.height} + 1));
-        if (!plan.direct.isPossible) startSums(block);
-    }
+    plan.kernels->countInk(src.data, src.stride, src.width, src.height, mMemory.inkedBefore);
+    for (int block = 0; block < mBlocks && !plan.direct.isPossible; ++block) startSums(block);
 }
 
 /// Whether ink lies under the bell of one of these rows.

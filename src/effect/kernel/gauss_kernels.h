@@ -100,7 +100,7 @@ struct GaussKernels {
     void (*lines)(const GaussPlan& plan, const GaussLinesRun& run);
     /// Turns kGaussBlock running sums, in the order of the columns, into the form that `columns` works on.
     void (*startSums)(const GaussPlan& plan, const int32_t* values, int32_t* sums);
-    /// before[y] = how many of the rows above row y hold a sample other than 0, for y in 0..rows.
+    /// How many of the rows above row y of a block hold a sample other than 0, for y in 0..rows, block by block.
     void (*countInk)(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int32_t* before);
     /// Fills rows of kGaussBlock words, `dstStride` words apart, out of `columns` columns, kGaussBlock at most; the
     /// others become 0. Totals follow as in a row of a block when `highest` asks for them, and with second totals

@@ -118,24 +118,38 @@ inline Sums sumsAt(const GaussBell& bell, const uint16_t* column, int columnWord
     return Sums(even, odd);
 }
 
-/// Totals of the columns first .. last, and second totals where columns have room for them. The column before them
-/// gets 0.
+/// Totals of the columns of a strip from left to right, and second totals where columns have room for them. They start
+/// from 0 in the column before the first.
 template <int columnWords>
-inline void sumUp(uint16_t* column, int64_t first, int64_t last) {
-    constexpr bool kSecond = columnWords == 3 * kGaussRows;
-    U16s total = {}, secondTotal = {};
-    uint16_t* at = column + (first - 1) * columnWords;
-    storeVector(at + kGaussRows, total);
-    if (kSecond) storeVector(at + 2 * kGaussRows, total);
-    for (int64_t x = first; x <= last; ++x) {
-        at += columnWords;
-        total += wordsAt(at);
-        storeVector(at + kGaussRows, total);
-        if (!kSecond) continue;
-        secondTotal += total;
-        storeVector(at + 2 * kGaussRows, secondTotal);
+class ColumnTotals {
+public:
+    ColumnTotals(uint16_t* strip, int64_t first) : mAt(strip + first * columnWords) {
+        storeVector(mAt - columnWords + kGaussRows, mTotal);
+        if (kSecond) storeVector(mAt - columnWords + 2 * kGaussRows, mTotal);
     }
-}
+    /// Takes in the next columns.
+    void add(int64_t columns) {
+        U16s total = mTotal, secondTotal = mSecondTotal;
+        uint16_t* at = mAt;
+        for (; columns > 0; --columns, at += columnWords) {
+            total += wordsAt(at);
+            storeVector(at + kGaussRows, total);
+            if (!kSecond) continue;
+            secondTotal += total;
+            storeVector(at + 2 * kGaussRows, secondTotal);
+        }
+        mAt = at;
+        mTotal = total;
+        mSecondTotal = secondTotal;
+    }
+
+private:
+    static constexpr bool kSecond = columnWords == 3 * kGaussRows;
+
+    uint16_t* mAt;
+    U16s mTotal = {};
+    U16s mSecondTotal = {};
+};
 
 // Vectors of 32 bytes are used as two of 16 bytes side by side: that is what their processors shuffle cheaply.
 #if defined(__AVX2__)
@@ -206,13 +220,17 @@ inline void storeTilePart(const U16s* columns, int width, int rows, uint8_t* out
 template <typename Sums, int columnWords>
 void linesBySums(const GaussPlan& plan, const GaussLinesRun& run) {
     const int64_t radius = plan.bell.radius;
-    const int64_t tiled = (run.count + kTile - 1) / kTile * int64_t{kTile};
+    const bool isTotalled = plan.taps.highest != GaussTaps::kSamples;
     for (int first = 0; first < run.rows; first += kU16Lanes) {
         uint16_t* columns = run.samples + first;
-        if (plan.taps.highest != GaussTaps::kSamples) sumUp<columnWords>(columns, -2 - radius, tiled + radius - 1);
+        // Totals run ahead of the outputs by the radius, so that what they are made of and what is made of them meet
+        // in the cache.
+        ColumnTotals<columnWords> totals(columns, -2 - radius);
+        if (isTotalled) totals.add(2 * radius + 2);
         Sums sums = run.isFirst ? sumsAt<Sums>(plan.bell, columns - columnWords, columnWords, run.emptySum)
                                 : Sums(run.emptySum);
         for (int x = 0; x < run.count; x += kTile) {
+            if (isTotalled) totals.add(kTile);
             U16s quotients[kTile];
             for (int column = 0; column < kTile; column += kVectors) {
                 const uint16_t* base = columns + ptrdiff_t{x + column} * columnWords;
@@ -252,11 +270,16 @@ inline bool anyOf(const uint8_t* src, int count) {
 }
 
 void countInk(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int32_t* before) {
-    int32_t count = before[0] = 0;
+    const int whole = columns / kGaussBlock * kGaussBlock;
+    const ptrdiff_t step = ptrdiff_t{rows} + 1;
+    for (int x = 0; x < columns; x += kGaussBlock) before[x / kGaussBlock * step] = 0;
+    // Row by row, as the samples lie in memory: they are looked at for the first time.
     for (int y = 0; y < rows; ++y, src += stride) {
+        int32_t* count = before + y + 1;
         // Whole blocks apart: a count that the compiler knows leaves no loops.
-        const bool inked = columns == kGaussBlock ? anyOf(src, kGaussBlock) : anyOf(src, columns);
-        before[y + 1] = count += inked ? 1 : 0;
+        for (int x = 0; x < whole; x += kGaussBlock, count += step)
+            *count = count[-1] + (anyOf(src + x, kGaussBlock) ? 1 : 0);
+        if (whole < columns) *count = count[-1] + (anyOf(src + whole, columns - whole) ? 1 : 0);
     }
 }
 
