@@ -8,6 +8,7 @@
 #include "effect/kernel/color_ramp.h"
 #include "effect/kernel/gauss_rows.h"
 #include "effect/kernel/pad.h"
+#include "effect/kernel/ramp_blend.h"
 #include "effect/safe_convert.h"
 #include "effect/visible_part.h"
 #include "pixel/QxBlender.h"
@@ -61,11 +62,33 @@ ConstPlane8 grownPlane(ConstPlane8 ink, const GlowLengths& lengths, GlowSide sid
     return grown;
 }
 
-/// Colours of a row: those of the blurred part, and opaque white outside it.
-void colorRow(const uint8_t* grey, const uint32_t* colors, int from, int to, int width, uint32_t* out) {
-    std::fill(out, out + from, kOpaqueWhite);
-    for (int x = from; x < to; ++x) out[x] = colors[grey[x - from]];
-    std::fill(out + to, out + width, kOpaqueWhite);
+/// The 256 colours of a glow by grey value, as pixels.
+void makeColors(const QxGlowProperty& property, uint32_t* colors) {
+    uint32_t lut[kRampEntries];
+    makeGlowRamp(&property, lut, 0.3f, 0);
+    for (int grey = 0; grey < 256; ++grey) {
+        const uint32_t color = premultiplyColor(lut[256 - grey]);
+        colors[grey] = (color & 0xFF00FF00u) | (color >> 16 & 0xFFu) | (color & 0xFFu) << 16;
+    }
+}
+
+/// Draws opaque white beneath the part of a picture that lies in `area` but not in `hole`.
+/// @return false without memory.
+bool drawWhiteAround(const GaussRange& hole, const GaussRange& area, const QxBitmap& picture) {
+    const int width = area.xEnd - area.xStart;
+    Scratch<uint8_t> full(width, kGaussRows);
+    if (!full) return false;
+    std::fill_n(full.data(), full.count(), uint8_t{255});
+    const auto draw = [&](int left, int right, int top, int bottom) {
+        for (int y = top; y < bottom; y += kGaussRows)
+            QxBlender::drawBitmapBlend8(left, y, &picture, full.data(), right - left, std::min(kGaussRows, bottom - y),
+                                        width, kOpaqueWhite, QXE_BLEND_DST_OVER);
+    };
+    draw(area.xStart, area.xEnd, area.yStart, hole.yStart);
+    draw(area.xStart, hole.xStart, hole.yStart, hole.yEnd);
+    draw(hole.xEnd, area.xEnd, hole.yStart, hole.yEnd);
+    draw(area.xStart, area.xEnd, hole.yEnd, area.yEnd);
+    return true;
 }
 
 }  // namespace
@@ -89,43 +112,34 @@ void drawGlow(const ParamPostProcessing& p, const QxGlowProperty& property, Glow
     GaussRange blurred = common(seen, inner);
     if (isEmpty(blurred)) blurred = {seen.xStart, seen.xStart, seen.yStart, seen.yStart};
 
-    uint32_t lut[kRampEntries];
-    makeGlowRamp(&property, lut, 0.3f, 0);
-    uint32_t colors[256];
-    for (int grey = 0; grey < 256; ++grey) colors[grey] = premultiplyColor(lut[256 - grey]);
-
-    const int width = seen.xEnd - seen.xStart;
     const int planeWidth = ink.width + 2 * lengths.margin;
     const int planeHeight = ink.height + 2 * lengths.margin;
     const GaussBell bell = makeGaussBell(radius, kGlowPeak);
     Scratch<uint8_t> planes(BoxGrowth::scratchBytes(planeWidth, planeHeight, lengths.passes));
-    Scratch<uint8_t> grey(width, kGaussRows);
-    Scratch<uint32_t> strip(width, kGaussRows);
-    if (!planes || !grey || !strip) return;
+    if (!planes) return;
     BoxGrowth growth(planeWidth, planeHeight, lengths.passes, planes.data());
     const int toPlane = lengths.margin - lengths.pad;
     // The inner glow is the complement of a blurred complement: the first pass rounds up to make up for it.
     const GaussRounding columns = side == GlowSide::Inner ? GaussRounding::Up : GaussRounding::Down;
     const GaussJob job = {grownPlane(ink, lengths, side, growth), &bell, moved(blurred, toPlane, toPlane), columns,
                           GaussRounding::Down};
+    const int width = blurred.xEnd - blurred.xStart;
     Scratch<uint8_t> work(GaussRows::scratchBytes(job));
-    if (!work) return;
+    Scratch<uint8_t> grey(width, kGaussRows);
+    if (!work || !grey) return;
+    const auto inPicture = [&](const GaussRange& part) {
+        return moved(part, static_cast<int>(x), static_cast<int>(y));
+    };
+    if (side == GlowSide::Inner && !drawWhiteAround(inPicture(blurred), inPicture(seen), *p.dstBitmap)) return;
 
+    uint32_t colors[256];
+    makeColors(property, colors);
     GaussRows rows(job, work.data());
-    // Strips keep to the rows of the blur: those above and below it are white.
-    int row = seen.yStart;
-    while (row < seen.yEnd) {
-        const bool computed = row >= blurred.yStart && row < blurred.yEnd;
-        const int end = row < blurred.yStart ? blurred.yStart : seen.yEnd;
-        const int taken = computed ? rows.next(grey.data(), width) : std::min(kGaussRows, end - row);
-        const int from = computed ? blurred.xStart - seen.xStart : width;
-        const int to = computed ? blurred.xEnd - seen.xStart : width;
-        for (int i = 0; i < taken; ++i)
-            colorRow(grey.data() + int64_t{i} * width, colors, from, to, width, strip.data() + int64_t{i} * width);
-        QxBlender::drawBitmapBlend32(static_cast<int>(x + seen.xStart), static_cast<int>(y + row), p.dstBitmap,
-                                     strip.data(), width, taken, width, QXE_BLEND_DST_OVER);
-        row += taken;
-    }
+    const int64_t stride = 4 * int64_t{p.dstBitmap->width};
+    uint8_t* dst = p.dstBitmap->pixels + (y + blurred.yStart) * stride + 4 * (x + blurred.xStart);
+    while (const int taken = rows.next(grey.data(), width))
+        for (int row = 0; row < taken; ++row, dst += stride)
+            rampBlendKernels().row(grey.data() + int64_t{row} * width, colors, dst, width);
 }
 
 void makeGlowRamp(const QxGlowProperty* property, uint32_t* lut, float range, int mode) {

@@ -1,0 +1,37 @@
+// The loop of ramp_blend.h, included once per instruction set. Everything is internal to the including file.
+
+#include "effect/kernel/ramp_blend.h"
+#include "pixel/kernel/blend_lanes.h"
+
+namespace QxFontEffect {
+namespace {
+
+inline void lookUp(const uint8_t* grey, const uint32_t* colors, uint8_t* pixels) {
+    for (int i = 0; i < kernel::kBlock; ++i) std::memcpy(pixels + 4 * i, colors + grey[i], 4);
+}
+
+void blendRampBlock(const uint8_t* grey, const uint32_t* colors, uint8_t* dst) {
+    if (kernel::masksAllZero(grey) || kernel::pixelsAllOpaque(dst)) return;
+    if (kernel::pixelsAllZero(dst)) {
+        lookUp(grey, colors, dst);
+        return;
+    }
+    uint8_t pixels[4 * kernel::kBlock];
+    lookUp(grey, colors, pixels);
+    for (int i = 0; i < 4 * kernel::kBlock; i += kernel::kVectorBytes)
+        kernel::store(dst + i, kernel::dstOver(kernel::load(dst + i), kernel::split(kernel::load(pixels + i))));
+}
+
+void blendRampRow(const uint8_t* grey, const uint32_t* colors, uint8_t* dst, ptrdiff_t count) {
+    constexpr ptrdiff_t kBlock = kernel::kBlock;
+    for (; count >= kBlock; count -= kBlock, grey += kBlock, dst += 4 * kBlock) blendRampBlock(grey, colors, dst);
+    if (count <= 0) return;
+    uint8_t lastGrey[kBlock] = {}, last[4 * kBlock] = {};
+    std::memcpy(lastGrey, grey, static_cast<size_t>(count));
+    std::memcpy(last, dst, static_cast<size_t>(4 * count));
+    blendRampBlock(lastGrey, colors, last);
+    std::memcpy(dst, last, static_cast<size_t>(4 * count));
+}
+
+}  // namespace
+}  // namespace QxFontEffect
