@@ -125,14 +125,38 @@ void GaussColumns::beginStrip(int rows) {
     }
 }
 
+/// Whether some of the strip's rows may be other than 0. The row before them counts too: its sums have to be brought
+/// down to those of an empty plane.
+bool GaussColumns::isInked(int block, int row, int rows) const {
+    return mayBeInked(block, int64_t{mRow} + row - 1, int64_t{mRow} + row + rows - 1);
+}
+
+/// Fills the window with what lies under the taps of the strip's rows from .. to - 1.
+void GaussColumns::fillWindow(int block, int from, int to) {
+    const int64_t radius = mPlan.bell.radius;
+    const int top = static_cast<int>(std::max<int64_t>(int64_t{mRow} + from - 3 - radius, mTop));
+    const int64_t end = int64_t{mRow} + to + radius;
+    const int bottom = static_cast<int>(std::clamp<int64_t>(end, top, mBottom));
+    mPlan.kernels->widen(mSrc.row(top) + block * kGaussBlock, mSrc.stride, columnsOf(mSrc, block), bottom - top,
+                         end > mBottom ? mRowsBelow : 0, mPlan.highest(),
+                         mMemory.window + (1 + ptrdiff_t{top} - mTop) * kGaussBlockRow, kGaussBlockRow);
+}
+
 bool GaussColumns::makeBlock(int block, uint8_t* out, ptrdiff_t stride) {
-    // The row before counts too: its sums have to be brought down to those of an empty plane.
-    if (!mayBeInked(block, int64_t{mRow} - 1, int64_t{mRow} + mRows - 1)) return false;
-    const int columns = columnsOf(mSrc, block);
-    mPlan.kernels->widen(mSrc.row(mTop) + block * kGaussBlock, mSrc.stride, columns, mBottom - mTop, mRowsBelow,
-                         mPlan.highest(), mMemory.window + kGaussBlockRow, kGaussBlockRow);
-    mPlan.kernels->columns(mPlan, {mMemory.window, mMemory.programs, mRows, columns, mEmptySum,
-                                   mMemory.sums + block * kGaussBlock, out, stride});
+    int from = 0, to = mRows;
+    while (from < mRows && !isInked(block, from, std::min(kGaussRows, mRows - from))) from += kGaussRows;
+    if (from >= mRows) return false;
+    for (int last = (to - 1) / kGaussRows * kGaussRows; !isInked(block, last, to - last); last -= kGaussRows) to = last;
+    fillWindow(block, from, to);
+    for (int row = 0; row < mRows; row += kGaussRows) {
+        const int rows = std::min(kGaussRows, mRows - row);
+        uint8_t* part = out + row * stride;
+        if (isInked(block, row, rows))
+            mPlan.kernels->columns(mPlan, {mMemory.window, mMemory.programs + row, rows, columnsOf(mSrc, block),
+                                           mEmptySum, mMemory.sums + block * kGaussBlock, part, stride});
+        else
+            for (int y = 0; y < rows; ++y) std::fill_n(part + y * stride, kGaussBlock, uint8_t{0});
+    }
     return true;
 }
 

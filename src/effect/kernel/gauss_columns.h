@@ -37,6 +37,9 @@ public:
     /// @return false, with `out` left as it was, when all of them would be 0.
     bool makeBlock(int block, uint8_t* out, ptrdiff_t stride);
 
+    /// Whether some of `rows` rows of a block from the strip's row `row` on may be other than 0.
+    bool isInked(int block, int row, int rows) const;
+
 private:
     /// What it keeps in scratch.
     struct Memory {
@@ -53,6 +56,7 @@ private:
 
     bool mayBeInked(int block, int64_t firstRow, int64_t lastRow) const;
     void startSums(int block);
+    void fillWindow(int block, int from, int to);
 
     ConstPlane8 mSrc;
     const GaussPlan& mPlan;

@@ -36,7 +36,6 @@ GaussRows::Memory::Memory(const GaussJob& job, ScratchCutter& cutter) {
     lines = cutter.take<uint8_t>(GaussStrip::scratchBytes(*job.bell, layout));
     columns = cutter.take<uint8_t>(GaussColumns::scratchBytes(*job.bell, plane.width, plane.height));
     strip = cutter.take<uint8_t>(int64_t{rows} * layout.blocks * kGaussBlock);
-    inked = cutter.take<uint8_t>(layout.blocks);
 }
 
 GaussRows::Memory GaussRows::memoryFrom(const GaussJob& job, uint8_t* scratch) {
@@ -66,7 +65,7 @@ void GaussRows::makeStrip() {
     mLeft -= mStripRows;
     mColumns.beginStrip(mStripRows);
     for (int block = 0; block < mColumns.blockCount(); ++block)
-        mMemory.inked[block] = mColumns.makeBlock(block, mMemory.strip + block * kGaussBlock, mStride) ? 1 : 0;
+        mColumns.makeBlock(block, mMemory.strip + block * kGaussBlock, mStride);
 }
 
 int GaussRows::next(uint8_t* dst, ptrdiff_t stride) {
@@ -77,7 +76,7 @@ int GaussRows::next(uint8_t* dst, ptrdiff_t stride) {
     const GaussStripLayout& layout = mLines.layout();
     for (int block = 0; block < layout.blocks; ++block) {
         const int column = block * kGaussBlock;
-        mLines.setBlock(block, mMemory.inked[block] != 0 ? strip + column : nullptr, mStride,
+        mLines.setBlock(block, mColumns.isInked(block, mTaken, rows) ? strip + column : nullptr, mStride,
                         std::min(kGaussBlock, layout.to - layout.from - column), rows);
     }
     mLines.blur({dst, layout.count, rows, stride});

@@ -43,7 +43,6 @@ private:
         uint8_t* lines;    ///< of mLines
         uint8_t* columns;  ///< of mColumns
         uint8_t* strip;    ///< of the vertical pass
-        uint8_t* inked;    ///< a flag per block of the strip
     };
     static Memory memoryFrom(const GaussJob& job, uint8_t* scratch);
 
