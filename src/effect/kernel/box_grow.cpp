@@ -10,7 +10,7 @@ namespace QxFontEffect {
 namespace {
 
 // Rows of a band. More are fewer rows read twice, fewer are smaller blocks and less memory on the way.
-constexpr int kBandRows = 32;
+constexpr int kBandRows = 16;
 // Passes that follow one another down the plane, so that their rows stay in the cache.
 constexpr int kMaxWave = 64;
 // The columns beside the first and the last block are read too.
