@@ -46,6 +46,7 @@ struct StrokeBox {
 };
 
 /// The text rectangle with a blank pixel all around it, so that ink at the rectangle's edge has an outline there too.
+/// False where there is none or nothing of the result is visible.
 bool strokeBox(const ParamPostProcessing& p, int reach, StrokeBox& box) {
     const QxRect& rect = *p.textRect;
     const int64_t width = int64_t{rect.right} - rect.left + 2, height = int64_t{rect.bottom} - rect.top + 2;
@@ -71,7 +72,7 @@ bool strokeBox(const ParamPostProcessing& p, int reach, StrokeBox& box) {
     const int64_t bottom = std::max(p.dstBitmap->height, base.height);
     box.visible = {std::max<int64_t>(-reach, -box.x), std::max<int64_t>(-reach, -box.y),
                    std::min(width + reach, right - box.x), std::min(height + reach, bottom - box.y)};
-    return true;
+    return box.visible.x0 < box.visible.x1 && box.visible.y0 < box.visible.y1;
 }
 
 /// What the source rows of one dilation may take: all dilations together stay below two bytes a pixel of the result.
@@ -157,6 +158,7 @@ void StrokePaint::blendRow(uint8_t* mask, int count, int64_t x, int64_t y) const
 }  // namespace
 
 int makeCircleKernel(unsigned char** kernel, float radius) {
+    if (kernel == nullptr) return 0;
     *kernel = nullptr;
     const int reach = discReach(radius);
     // The largest disc whose cells an int can count.
@@ -172,6 +174,7 @@ int makeCircleKernel(unsigned char** kernel, float radius) {
 }
 
 int partalDTStrokeCenter(void* work) {
+    if (work == nullptr) return 0;
     const StrokeWork& slice = *static_cast<const StrokeWork*>(work);
     dilate(slice, false, slice.dst);
     dilate(slice, true, slice.dst + slice.planeOffset);
@@ -179,12 +182,14 @@ int partalDTStrokeCenter(void* work) {
 }
 
 int partalDTStrokeOutside(void* work) {
+    if (work == nullptr) return 0;
     const StrokeWork& slice = *static_cast<const StrokeWork*>(work);
     dilate(slice, false, slice.dst);
     return 0;
 }
 
 int partalDTStrokeInside(void* work) {
+    if (work == nullptr) return 0;
     const StrokeWork& slice = *static_cast<const StrokeWork*>(work);
     dilate(slice, true, slice.dst);
     return 0;

@@ -31,11 +31,7 @@ int32_t glowMargin(const QxGlowProperty* property);
 /// Gives a core a copy of `given`'s record with stops of its own in place of `slot`'s.
 template <typename Record>
 void replaceGlowRecord(Record*& slot, const Record& given) {
-    QxGradient* stops = copyStops(given.gradient, given.count);
-    const QxGradient* old = slot == nullptr ? nullptr : slot->gradient;
-    replaceRecord(slot, given.size, given.color, given.opacity, given.count, stops);
-    if (slot == nullptr) delete[] stops;
-    delete[] old;
+    replaceRecordWithStops(slot, given, given.size, given.color, given.opacity);
 }
 
 }  // namespace QxFontEffect

@@ -24,14 +24,25 @@ bool paintsGradient(const QxGradientFillProperty& property);
 /// @param table  kGradientColors entries, written.
 void makeGradientTable(const QxGradientFillProperty& property, uint32_t* table);
 
+/// replaceRecord for a record whose last two settings are the number of stops and stops of its own: copies of
+/// `given`'s. Without memory for these there is no record either, since it would show other colours.
+template <typename Record, typename... Settings>
+void replaceRecordWithStops(Record*& slot, const Record& given, Settings... settings) {
+    QxGradient* stops = copyStops(given.gradient, given.count);
+    const bool isLost = stops == nullptr && given.gradient != nullptr && given.count > 0;
+    const QxGradient* old = slot == nullptr ? nullptr : slot->gradient;
+    replaceRecord(slot, settings..., given.count, stops);
+    if (slot == nullptr) delete[] stops;
+    delete[] old;
+    if (!isLost) return;
+    delete slot;
+    slot = nullptr;
+}
+
 /// Gives a core a copy of `given`'s record with stops of its own in place of `slot`'s.
 template <typename Record>
 void replaceGradientRecord(Record*& slot, const Record& given) {
-    QxGradient* stops = copyStops(given.gradient, given.count);
-    const QxGradient* old = slot == nullptr ? nullptr : slot->gradient;
-    replaceRecord(slot, given.angle, given.scale, given.opacity, given.count, stops);
-    if (slot == nullptr) delete[] stops;
-    delete[] old;
+    replaceRecordWithStops(slot, given, given.angle, given.scale, given.opacity);
 }
 
 template <typename Record>

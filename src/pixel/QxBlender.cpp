@@ -26,18 +26,35 @@ bool hasPixels(const QxBitmap* dst, uint32_t depth) {
     return dst != nullptr && dst->pixels != nullptr && dst->bytesPerPixel == depth;
 }
 
-/// Calls `row(source element, destination byte, pixels)` for each row of the source that meets the bitmap.
+/// Bytes of the rows of a box, from the first to the end of the last.
+struct Extent {
+    Extent(const void* first, int64_t rows, int64_t rowStep, int64_t rowBytes)
+        : begin(reinterpret_cast<uintptr_t>(first)),
+          end(begin + static_cast<uintptr_t>((rows - 1) * rowStep + rowBytes)) {}
+
+    bool meets(const Extent& other) const { return begin < other.end && other.begin < end; }
+
+    uintptr_t begin, end;
+};
+
+/// Calls `row(source element, destination byte, pixels)` for each row of the source that meets the bitmap; pixel by
+/// pixel where the source lies in the bitmap itself, since rows read some pixels ahead of what they write.
 template <typename T, typename Row>
 void forEachRow(const Placed& at, const T* src, int64_t elementsPerPixel, const QxBitmap& dst, Row row) {
     if (at.stride < 0) return;
     const kernel::ClippedBox box = kernel::clipToPlane(at.x, at.y, at.width, at.height, dst.width, dst.height);
     if (box.empty()) return;
     const int64_t depth = dst.bytesPerPixel;
-    for (int64_t y = 0; y < box.height; ++y) {
-        const T* from = src + ((box.srcY + y) * at.stride + box.srcX) * elementsPerPixel;
-        uint8_t* to = dst.pixels + ((box.dstY + y) * dst.width + box.dstX) * depth;
-        row(from, to, static_cast<ptrdiff_t>(box.width));
-    }
+    const T* from = src + (box.srcY * at.stride + box.srcX) * elementsPerPixel;
+    uint8_t* to = dst.pixels + (box.dstY * dst.width + box.dstX) * depth;
+    const int64_t fromStep = at.stride * elementsPerPixel, toStep = dst.width * depth;
+    const Extent read(from, box.height, fromStep * int64_t{sizeof(T)},
+                      box.width * elementsPerPixel * int64_t{sizeof(T)});
+    const bool alone = !read.meets(Extent(to, box.height, toStep, box.width * depth));
+    const int64_t step = alone ? box.width : 1;
+    for (int64_t y = 0; y < box.height; ++y, from += fromStep, to += toStep)
+        for (int64_t x = 0; x < box.width; x += step)
+            row(from + x * elementsPerPixel, to + x * depth, static_cast<ptrdiff_t>(step));
 }
 
 void drawMask(const Placed& at, const QxBitmap* dst, const uint8_t* mask, uint32_t color, MaskBlend blend) {

@@ -19,8 +19,8 @@ enum QxBlendMode : int {
 /// Destinations of 4 bytes a pixel hold R, G, B, A in memory, premultiplied. A colour or a 32-bit source value holds
 /// alpha in bits 24-31, red 16-23, green 8-15, blue 0-7. `x`, `y` place the source's top-left pixel in destination
 /// pixels and may be anything; `maskStride` / `srcStride` count elements. Null destinations, pixels or sources, sizes
-/// below 1, negative strides and destinations of another depth than the routine's do nothing. Sources must not overlap
-/// the destination.
+/// below 1, negative strides and destinations of another depth than the routine's do nothing. A source that lies in the
+/// destination is read and drawn pixel by pixel, row by row from the left, which is slow.
 class QxBlender {
 public:
     static void drawBitmapBlend8(int x, int y, const QxBitmap* dst, unsigned char* mask, int maskWidth, int maskHeight,

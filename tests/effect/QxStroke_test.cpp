@@ -181,6 +181,22 @@ TEST(Stroke, WidthsThatAreNoNumberOrNegativeDrawNothing) {
         }
 }
 
+TEST(Stroke, RectanglesFarAwayDrawNothing) {
+    constexpr int kFar = 2147483000;
+    for (const QxRect& rect : {QxRect{kFar, kFar, kFar + 400, kFar + 400}, QxRect{-kFar, -kFar, 400 - kFar, 400 - kFar},
+                               QxRect{-kFar, kFar, kFar, kFar + 1}})
+        for (const int position : {0, 1, 2}) {
+            CorePicture picture(4, 4);
+            picture.rect = rect;
+            QxStroke core;
+            setStroke(core, 5, position);
+            picture.runs(core);
+            EXPECT_TRUE(picture.blank()) << rect.left << " at " << position;
+        }
+    EXPECT_EQ(0, makeCircleKernel(nullptr, 3));
+    EXPECT_EQ(0, partalDTStrokeCenter(nullptr) + partalDTStrokeOutside(nullptr) + partalDTStrokeInside(nullptr));
+}
+
 TEST(Stroke, WidthsFarBeyondThePictureFillIt) {
     for (const float size : {500.0f, 1e6f, 1e9f})
         for (const int position : {0, 1, 2}) {

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "effect/QxEffect.h"
+#include "effect/QxGlowProperty.h"
+#include "effect/QxGradientFillProperty.h"
 #include "pixel/QxBitmap.h"
 #include "support/captured_log.h"
 #include "support/failing_alloc.h"
@@ -171,6 +173,38 @@ TEST_F(RenderMemory, OneEffectOfAStackThatLacksMemoryTakesNoOtherWithIt) {
                 std::string(emboss ? "everything" : "without emboss") + " variant " + std::to_string(variant));
 }
 
+bool hasItsStops(QxECoreBase& core) {
+    switch (core.getStyle()) {
+        case QXE_OUTER_GLOW:
+        case QXE_INNER_GLOW:
+            return static_cast<QxGlowProperty*>(core.getProperty())->gradient != nullptr;
+        case QXE_LINEAR_GRADIENT:
+        case QXE_RADIAL_GRADIENT:
+            return static_cast<QxGradientFillProperty*>(core.getProperty())->gradient != nullptr;
+        default:
+            return true;
+    }
+}
+
+// An id is a promise that the effect draws what was asked for.
+TEST_F(RenderMemory, AnEffectThatIsAddedHasAllOfItsSettings) {
+    for (const int type : kTypes)
+        for (int request = 0;; ++request) {
+            QxEffect stack(nullptr);
+            bool refused = false;
+            {
+                const test::FailingAlloc failing(request);
+                add(stack, type, 1);
+                refused = failing.refused();
+            }
+            for (QxECoreBase* core : stack.effects) {
+                ASSERT_NE(nullptr, core->getProperty()) << type << ", request " << request;
+                EXPECT_TRUE(hasItsStops(*core)) << type << ", request " << request;
+            }
+            if (!refused) break;
+        }
+}
+
 // A copy that lacks memory has fewer effects; what it has is whole.
 TEST_F(RenderMemory, ACopyOfAStackIsMadeOfWholeEffects) {
     QxEffect stack(nullptr);
@@ -180,7 +214,10 @@ TEST_F(RenderMemory, ACopyOfAStackIsMadeOfWholeEffects) {
         const test::FailingAlloc failing(request);
         QxEffect copy(stack);
         const test::AllocationPause pause;
-        for (QxECoreBase* core : copy.effects) ASSERT_NE(nullptr, core->getProperty()) << request;
+        for (QxECoreBase* core : copy.effects) {
+            ASSERT_NE(nullptr, core->getProperty()) << request;
+            ASSERT_TRUE(hasItsStops(*core)) << request;
+        }
         if (!failing.refused()) {
             ASSERT_EQ(stack.effects.size(), copy.effects.size());
             ASSERT_EQ(render(stack), render(copy));

@@ -5,6 +5,7 @@
 
 #include <climits>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "pixel/reference/pixel_reference.h"
@@ -132,6 +133,27 @@ TEST(Blender, EveryRoutineDrawsTheClippedSourceAndNothingElse) {
             routine.draw(source);
             EXPECT_EQ(contents(wanted), contents(dst)) << routine.name << " at " << place.x << ", " << place.y;
         }
+}
+
+TEST(Blender, ASourceInTheDestinationIsReadAndDrawnPixelByPixel) {
+    CapturedLog quiet;
+    Rng rng(12);
+    constexpr int kSide = 53, kRows = 3, kWidth = 34;
+    for (const Routine& routine : routines()) {
+        if (std::string(routine.name).find("of a bitmap") != std::string::npos) continue;  // its source is a copy
+        for (int shift = -9; shift <= 9; ++shift) {
+            QxBitmap dst = randomBitmap(rng, kSide, kRows, routine.dstDepth);
+            QxBitmap wanted(dst);
+            const int stride = routine.packed ? kWidth : kSide;
+            const ptrdiff_t first = ptrdiff_t{10} * routine.dstDepth;
+            for (int y = 0; y < kRows - 1; ++y)
+                for (int x = 0; x < kWidth; ++x)
+                    routine.pixel(wanted.pixels + first + ptrdiff_t{y * stride + x} * routine.srcDepth,
+                                  wanted.pixels + ptrdiff_t{y * kSide + 10 + shift + x} * routine.dstDepth);
+            routine.draw({10 + shift, 0, &dst, dst.pixels + first, kWidth, kRows - 1, stride});
+            EXPECT_EQ(contents(wanted), contents(dst)) << routine.name << " moved by " << shift;
+        }
+    }
 }
 
 TEST(Blender, DoesNothingWithoutASourceOrADestinationOfTheRightDepth) {
