@@ -6,20 +6,24 @@
 namespace QxFontEffect {
 namespace {
 
-inline void lookUp(const uint8_t* grey, const uint32_t* colors, uint8_t* pixels) {
-    for (int i = 0; i < kernel::kBlock; ++i) std::memcpy(pixels + 4 * i, colors + grey[i], 4);
+/// The colours of a vector of pixels, put together in a register: one that is read back from narrow stores waits for
+/// them.
+inline kernel::Words colorsOf(const uint8_t* grey, const uint32_t* colors) {
+    kernel::Words pixels = {};
+    for (int i = 0; i < kernel::kVectorPixels; ++i) pixels[i] = colors[grey[i]];
+    return pixels;
 }
 
 void blendRampBlock(const uint8_t* grey, const uint32_t* colors, uint8_t* dst) {
     if (kernel::masksAllZero(grey) || kernel::pixelsAllOpaque(dst)) return;
     if (kernel::pixelsAllZero(dst)) {
-        lookUp(grey, colors, dst);
+        for (int i = 0; i < kernel::kBlock; ++i) std::memcpy(dst + 4 * i, colors + grey[i], 4);
         return;
     }
-    uint8_t pixels[4 * kernel::kBlock];
-    lookUp(grey, colors, pixels);
-    for (int i = 0; i < 4 * kernel::kBlock; i += kernel::kVectorBytes)
-        kernel::store(dst + i, kernel::dstOver(kernel::load(dst + i), kernel::split(kernel::load(pixels + i))));
+    for (int i = 0; i < kernel::kBlock; i += kernel::kVectorPixels) {
+        const kernel::Words src = colorsOf(grey + i, colors);
+        kernel::store(dst + 4 * i, kernel::dstOver(kernel::load(dst + 4 * i), kernel::split(src)));
+    }
 }
 
 void blendRampRow(const uint8_t* grey, const uint32_t* colors, uint8_t* dst, ptrdiff_t count) {
