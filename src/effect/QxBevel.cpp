@@ -151,7 +151,7 @@ void QxBevel::doPostProcessing(ParamPostProcessing* p) {
     const int32_t soften = property->soften;
     const ReliefBlur blurs[] = {{smooth ? radius : 0, radius}, {soften, soften}};
     const int64_t margin = std::max(2 * int64_t{soften}, 2 * int64_t{blurs[0].radius}) + radius;
-    ReliefArea area;
+    ReliefArea area = {};
     if (radius < 1 || !reliefArea(*p->textRect, margin, blurs, 2, p->dstBitmap->width, p->dstBitmap->height, area))
         return;
 

@@ -78,7 +78,7 @@ void QxEmboss::doPostProcessing(ParamPostProcessing* p) {
     const ReliefBlur blurs[] = {{band.blur, 0}, {soften, 0}};
     // At least one pixel beyond the band, since the area's outermost pixels are not lit.
     const int64_t margin = int64_t{band.reach} + std::max(int64_t{band.blur} + soften, int64_t{1});
-    ReliefArea area;
+    ReliefArea area = {};
     if (!reliefArea(*p->textRect, margin, blurs, 2, std::max(base.width, p->dstBitmap->width),
                     std::max(base.height, p->dstBitmap->height), area))
         return;

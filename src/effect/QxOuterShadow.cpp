@@ -73,8 +73,8 @@ void QxOuterShadow::doPostProcessing(ParamPostProcessing* p) {
     if (radius < 0 || std::max(ink.width, ink.height) > kMaxPictureSide) return;
     const int64_t x = int64_t{rect.left} + dx - radius;
     const int64_t y = int64_t{rect.top} + dy - radius;
-    const GaussRange seen =
-        visiblePart(x, y, int64_t{ink.width} + 2 * radius, int64_t{ink.height} + 2 * radius, *p->dstBitmap);
+    const int64_t frame = 2 * int64_t{radius};
+    const GaussRange seen = visiblePart(x, y, ink.width + frame, ink.height + frame, *p->dstBitmap);
     if (isEmpty(seen)) return;
 
     const GaussBell bell = makeGaussBell(radius, kSoftPeak);

@@ -23,7 +23,7 @@ namespace {
 constexpr float kSmallestScale = 0.1f;
 
 // Scaled tiles up to this many pixels are drawn once and kept while the rows go by: half a megabyte.
-constexpr int64_t kLargestKeptTile = 128 * 1024;
+constexpr int64_t kLargestKeptTile = int64_t{128} * 1024;
 
 /// Pixels after which the fill repeats along one side, at most the rectangle's side; 0 when nothing can be drawn.
 int32_t period(float scale, int32_t imageSide, int32_t rectSide) {

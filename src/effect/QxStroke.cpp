@@ -214,7 +214,7 @@ void QxStroke::doPostProcessing(ParamPostProcessing* p) {
     const bool centered = property->position == kCentered;
     const float radius = centered ? property->size * 0.5f : property->size;
 
-    StrokeBox box;
+    StrokeBox box = {};
     if (!strokeBox(*p, discReach(radius), box)) return;
 
     const StrokePaint paint{*p, box, property->color, property->position};

@@ -8,7 +8,7 @@
 namespace QxFontEffect {
 namespace {
 
-constexpr int64_t kLeastTile = 2 * kDilateBlock;
+constexpr int64_t kLeastTile = int64_t{2} * kDilateBlock;
 
 // Sides beyond any bitmap; sums of a few of them fit 32 bits.
 constexpr int64_t kFarthest = int64_t{1} << 28;
@@ -39,7 +39,7 @@ void DiscPlan::layOut(Shape& shape, int areaWidth, int64_t tileWidth) {
     // One block more than the area has, because blocks are counted from the tile on.
     const int64_t seen = tileWidth / kDilateBlock + 2 * int64_t{shape.maxBlocks};
     shape.spanBlocks = static_cast<int>(std::min(blocksOf(areaWidth) + 1, seen));
-    shape.tableStride = int64_t{shape.spanBlocks} * kDilateBlock + 2 * shape.margin;
+    shape.tableStride = int64_t{shape.spanBlocks} * kDilateBlock + 2 * int64_t{shape.margin};
 }
 
 /// Maxima over the largest power of two within the widest run cover the disc's wide rows with two loads each. A quarter
@@ -68,7 +68,7 @@ DiscPlan::Shape DiscPlan::shapeOf(float radius, int areaWidth, int areaHeight, c
     layOut(shape, areaWidth, width);
     if (shape.ringBytes() <= budget) return shape;
     const int64_t perRow =
-        budget / (int64_t{shape.ringRows} * shape.tables) - 2 * shape.margin - 2 * int64_t{shape.maxDx};
+        budget / (int64_t{shape.ringRows} * shape.tables) - 2 * int64_t{shape.margin} - 2 * int64_t{shape.maxDx};
     layOut(shape, areaWidth, std::clamp(perRow / kDilateBlock * kDilateBlock, std::min(kLeastTile, width), width));
     return shape;
 }
@@ -131,7 +131,7 @@ DiscDilation::DiscDilation(const DiscPlan& plan, const DilateArea& area, const D
       mRows(2 * int64_t{mShape.rows}) {}
 
 uint8_t* DiscDilation::samplesIn(int slot) {
-    return mRing.data() + slot * mShape.tables * mShape.tableStride + mShape.margin;
+    return mRing.data() + mShape.tableStride * mShape.tables * slot + mShape.margin;
 }
 
 uint32_t* DiscDilation::inkIn(int slot) {

@@ -1,5 +1,6 @@
 #include "pixel/QxBitmap.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -21,7 +22,8 @@ uint32_t formatOf(uint32_t bytesPerPixel) {
 uint8_t* allocatePixels(uint32_t width, uint32_t height, uint32_t bytesPerPixel, bool zeroed) {
     const uint64_t count = static_cast<uint64_t>(width) * height;
     if (bytesPerPixel != 0 && count > UINT32_MAX / bytesPerPixel) return nullptr;
-    const size_t bytes = static_cast<size_t>(count * bytesPerPixel);
+    // At least one, since null for none would be no different from a failure.
+    const size_t bytes = std::max<size_t>(static_cast<size_t>(count * bytesPerPixel), 1);
     return static_cast<uint8_t*>(zeroed ? std::calloc(bytes, 1) : std::malloc(bytes));
 }
 

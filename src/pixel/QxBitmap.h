@@ -16,12 +16,12 @@ public:
     /// An empty bitmap: 0 x 0, format 4, depth 0, no pixels.
     QxBitmap();
 
-    /// A zero-filled bitmap of `width` x `height` pixels of `bytesPerPixel` bytes.
-    QxBitmap(unsigned int width, unsigned int height, unsigned int bytesPerPixel);
+    /// A zero-filled bitmap of `w` x `h` pixels of `depth` bytes.
+    QxBitmap(unsigned int w, unsigned int h, unsigned int depth);
 
-    /// The same with `width * height * bytesPerPixel` bytes copied from `data`, which stays the caller's.
+    /// The same with `w * h * depth` bytes copied from `data`, which stays the caller's.
     /// A null `data` leaves the pixels zero.
-    QxBitmap(unsigned int width, unsigned int height, unsigned char* data, unsigned int bytesPerPixel);
+    QxBitmap(unsigned int w, unsigned int h, unsigned char* data, unsigned int depth);
 
     /// A deep copy.
     QxBitmap(const QxBitmap& other);

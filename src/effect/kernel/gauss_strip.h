@@ -11,10 +11,10 @@ namespace QxFontEffect {
 
 /// Where the columns of a strip lie in memory so that the horizontal pass can read past both ends of them.
 ///
-/// The wanted outputs are the columns xStart .. xStart + count - 1 of rows of `width` samples, any of them outside
+/// The wanted outputs are the columns xStart .. xStart + outputs - 1 of rows of `width` samples, any of them outside
 /// the rows. Of the samples only those under the bell are needed.
 struct GaussStripLayout {
-    GaussStripLayout(const GaussBell& bell, int width, int xStart, int count);
+    GaussStripLayout(const GaussBell& bell, int width, int xStart, int outputs);
 
     /// Runs of outputs that may be other than 0 are whole blocks with a blank block between them.
     int maxRuns() const { return count / (2 * kGaussBlock) + 1; }

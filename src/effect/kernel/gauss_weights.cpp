@@ -11,7 +11,8 @@ int gaussWeight(int radius, int peak, int distance) {
     const float variance = static_cast<float>(radius) * static_cast<float>(radius) / kLn100;
     const float exponent = -static_cast<float>(distance * distance) / variance;
     const float scaled = pinnedExp(exponent) * static_cast<float>(peak);
-    return static_cast<int>(static_cast<double>(scaled) + 0.5);
+    // Never negative, so cutting off after the addition rounds as meant.
+    return static_cast<int>(static_cast<double>(scaled) + 0.5);  // NOLINT(bugprone-incorrect-roundings)
 }
 
 GaussBell makeGaussBell(int radius, int peak) {

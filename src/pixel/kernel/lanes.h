@@ -100,12 +100,12 @@ inline Words addLimited(Words u, Words v) {
 }
 
 #if defined(__AVX2__)
-#define QX_IN_EACH_PIXEL(first, second)                                                                        \
-    first, second, 2 + first, 2 + second, 4 + first, 4 + second, 6 + first, 6 + second, 8 + first, 8 + second, \
-        10 + first, 10 + second, 12 + first, 12 + second, 14 + first, 14 + second
+#define QX_IN_EACH_PIXEL(first, second)                                                                              \
+    (first), (second), 2 + (first), 2 + (second), 4 + (first), 4 + (second), 6 + (first), 6 + (second), 8 + (first), \
+        8 + (second), 10 + (first), 10 + (second), 12 + (first), 12 + (second), 14 + (first), 14 + (second)
 #else
 #define QX_IN_EACH_PIXEL(first, second) \
-    first, second, 2 + first, 2 + second, 4 + first, 4 + second, 6 + first, 6 + second
+    (first), (second), 2 + (first), 2 + (second), 4 + (first), 4 + (second), 6 + (first), 6 + (second)
 #endif
 
 /// The fourth channel of each pixel in both of its lanes.

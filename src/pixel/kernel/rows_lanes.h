@@ -202,7 +202,7 @@ void unpremultiplyRow(int textAlpha, uint8_t* picture, ptrdiff_t count) {
     last.copyTo(picture, count);
 }
 
-constexpr PixelRows rowsNamed(const char* name) {
+constexpr PixelRows rowsNamed(const char* name) noexcept {
     return {name,
             maskRow<SrcOverBlock>,
             maskRow<BeneathBlock<DstOver>>,
