@@ -11,7 +11,7 @@ namespace QxFontEffect {
 
 /// Exact distances from the pixels that have any coverage, or from those that have none: 0 there, and elsewhere the
 /// fast square root of the squared distance, up to `radius`.
-class ExactDistances : public HeightRows {
+class ExactDistances final : public HeightRows {
 public:
     /// @param radius  up to kMaxSearchRadius.
     ExactDistances(const PlacedInk& ink, bool inside, int radius, int width, int height,
@@ -39,7 +39,7 @@ private:
 
 /// The same distances for bands and maps that are too large for it: the plain transform, which rounds where numbers
 /// no longer fit a float.
-class PlainDistances : public HeightRows {
+class PlainDistances final : public HeightRows {
 public:
     PlainDistances(const PlacedInk& ink, bool inside, int radius, int width, int height);
 

@@ -127,7 +127,7 @@ FarOutlineDistances::FarOutlineDistances(const PlacedInk& ink, bool inside, int 
       mMaxDy(std::min(radius, std::max(mIndex.region().bottom, height - mIndex.region().top))),
       // Blocks and buckets are looked at as a whole: a few columns more than the farthest that counts.
       mRoots(mMaxDy, std::min<int64_t>(radius, std::max(mIndex.region().right, width - mIndex.region().left)) +
-                         3 * kDistanceBlock),
+                         int64_t{3} * kDistanceBlock),
       mLargest(mBlocks) {}
 
 void FarOutlineDistances::next(float* dst) {

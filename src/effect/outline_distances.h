@@ -39,7 +39,7 @@ struct OutlineOffsets {
 /// `NearOutlineDistances` lets every pixel of the outline write to all pixels within the radius, which is cheap as long
 /// as these are few; `FarOutlineDistances` lets every pixel ask, nearest rows first, as long as there can be nearer
 /// ones.
-class NearOutlineDistances : public HeightRows {
+class NearOutlineDistances final : public HeightRows {
 public:
     /// From here on the other way is faster.
     static constexpr int kMaxRadius = 32;
@@ -76,7 +76,7 @@ private:
 };
 
 /// See NearOutlineDistances.
-class FarOutlineDistances : public HeightRows {
+class FarOutlineDistances final : public HeightRows {
 public:
     FarOutlineDistances(const PlacedInk& ink, bool inside, int radius, int width, int height,
                         const DistanceKernels& kernels = distanceKernels());

@@ -36,7 +36,7 @@ MapRegion framed(const ReliefArea& area, int frame) {
 
 FlatLight flatLight(const ReliefLight& light, const ReliefBand& band) {
     const float flat[3] = {0.0f, 0.0f, 0.0f};
-    FlatLight lit;
+    FlatLight lit = {};
     lightReliefRow(flat + 1, flat + 1, flat + 1, 1, light, band, &lit.shadow, &lit.highlight);
     return lit;
 }

@@ -34,7 +34,7 @@ Sequence stretchesOf(const Sequence& values) {
     Sequence stretches{values.count, {}};
     if (range > kMaxRange) return stretches;
 
-    int cost[kMaxRange];
+    int cost[kMaxRange] = {};
     uint8_t from[kMaxSplitRadius + 2][kMaxRange];
     for (int v = 0; v < range; ++v) cost[v] = (v + lowest != 0) + (v + lowest != values.at[0]);
     for (int k = 1; k < values.count; ++k) {
