@@ -100,6 +100,8 @@ TEST_F(StyleFile, NamesThePlaceOfEachMistake) {
     };
     for (const auto& [text, expected] : cases) EXPECT_EQ(complaint(text), expected) << text;
     EXPECT_EQ(complaint(std::string(100000, '[')), "nested too deeply");
+    // Brackets in a text nest nothing.
+    EXPECT_EQ(complaint(R"({"qxstyle": 1, "name": ")" + std::string(200, '[') + R"("})"), "");
     EXPECT_EQ(complaint(effect(R"("effect": "pattern", "file": "gone.png")")).substr(0, 40),
               "/effects/1/file: cannot read picture '" + path("").substr(0, 2));
 }

@@ -246,16 +246,13 @@ const char* formatMode(LayerMode mode) {
 
 Style readStyle(const std::string& path) {
     const std::string text = readInputFile("style", path, kLargestFile);
-    // Nesting is checked first because the parser and its tree are recursive.
-    int depth = 0;
-    for (const char c : text) {
-        if (c == '[' || c == '{') ++depth;
-        if (c == ']' || c == '}') --depth;
+    const auto limitDepth = [&](int depth, Json::parse_event_t, const Json&) {
         if (depth > 64) throw Failure(path + ": nested too deeply");
-    }
+        return true;
+    };
     Json json;
     try {
-        json = Json::parse(text);
+        json = Json::parse(text, limitDepth);
     } catch (const Json::parse_error& error) {
         throw Failure(path + ": not JSON (near byte " + std::to_string(error.byte) + ")");
     } catch (const Json::exception&) {
