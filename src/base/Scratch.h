@@ -39,7 +39,8 @@ public:
     Scratch(const Scratch&) = delete;
     Scratch& operator=(const Scratch&) = delete;
     Scratch& operator=(Scratch&&) = delete;
-    ~Scratch() { std::free(mData); }
+    // The analyzer takes the buffers of an empty std::optional for freed ones.
+    ~Scratch() { std::free(mData); }  // NOLINT(clang-analyzer-unix.Malloc)
 
     explicit operator bool() const { return mData != nullptr; }
     T* data() { return mData; }

@@ -48,7 +48,7 @@ SmallDiscDilation::SmallDiscDilation(const SmallDiscPlan& plan, const DilateArea
       mInside(mStride),
       mMarks(Scratch<uint8_t>::zeroed(plan.mRingRows + 1, mMarkStride)),
       mWork(2, mMarkStride),
-      mColumnRows((source == SmallSource::Both ? 2 : 1) * (plan.mDisc.reach + 1), mStride) {
+      mColumnRows(int64_t{source == SmallSource::Both ? 2 : 1} * (plan.mDisc.reach + 1), mStride) {
     if (mClosedRow) std::memset(mClosedRow.data(), 255, mClosedRow.count());
 }
 
@@ -59,7 +59,7 @@ size_t SmallDiscDilation::inSource(int64_t column) const {
 
 void SmallDiscDilation::start(int64_t x0, int64_t x1, int64_t y0) {
     mColumns = static_cast<int>(x1 - x0);
-    mLeft = x0 - kUnitsBefore * kSmallUnit;
+    mLeft = x0 - int64_t{kUnitsBefore} * kSmallUnit;
     mY = y0;
     mEntered = mLeaving = static_cast<int>(std::clamp<int64_t>(y0 - mPlan.mDisc.reach, 0, mArea.height));
     std::memset(mInside.data(), 0, mInside.count());

@@ -65,7 +65,7 @@ private:
         Memory(int width, int height, int passes, ScratchCutter& cutter);
 
         int64_t stride;
-        uint8_t* planes[2];  ///< the first sample in each
+        uint8_t* planes[2] = {};  ///< the first sample in each
         GrowState*
             states;      ///< of the blocks of two neighbouring bands, for each pass of a wave and what it begins with
         GrowState* top;  ///< of the blocks of the first row

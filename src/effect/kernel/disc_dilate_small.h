@@ -21,7 +21,7 @@ constexpr int kSmallUnit = 32;
 constexpr int kMaxSmallReach = 10;
 
 struct SmallDisc {
-    int reach;  ///< cells on each side of the centre
+    int reach = 0;  ///< cells on each side of the centre
     /// What the cell of a column and a row, both from the centre, takes off a vector of samples: 255 - weight.
     alignas(kSmallUnit) uint8_t loss[kMaxSmallReach + 1][kMaxSmallReach + 1][kSmallUnit];
 };
