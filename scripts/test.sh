@@ -27,6 +27,9 @@ step "release tests"
 ctest --preset release -j "$jobs" --no-tests=error
 [ "$mode" = quick ] && exit 0
 
+step "static reading"
+scripts/lint.sh
+
 step "the same bits from every compiler and processor"
 scripts/check_bits.sh
 
@@ -34,3 +37,6 @@ step "debug build under AddressSanitizer and UndefinedBehaviorSanitizer"
 build san
 step "sanitizer tests"
 ctest --preset san -j "$jobs" --no-tests=error
+
+step "threads under ThreadSanitizer"
+scripts/tsan.sh
