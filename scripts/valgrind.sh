@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs the unit tests and replays the kept fuzz inputs under valgrind's memcheck, which sees what the sanitizers of the
-# test build do not: decisions taken on memory that was never written. Takes a quarter of an hour; not part of CI.
+# test build do not: decisions taken on memory that was never written. Takes some minutes; not part of CI.
 #
 #   scripts/valgrind.sh              every program
 #   scripts/valgrind.sh PROGRAM...   these only, such as effect_tests or font_fuzz
