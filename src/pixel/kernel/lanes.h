@@ -4,6 +4,10 @@
 #include <cstdint>
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
 /// Several pixels at a time, written with the compiler's vector extensions: the same text is SSE2 code on plain
 /// x86-64, AVX2 code where a file is compiled for it, and NEON code on arm64. Shuffles need GCC 12 or Clang.
 ///
@@ -93,10 +97,32 @@ inline Words joinHigh(Channels c) {
     return words(c.even >> 8 | (c.odd & 0xFF00));
 }
 
+/// (lane * factor) >> 8 where the product fits a lane. Factors stand in the high bytes, `high` is 256 times as much:
+/// then the result is the high half of the product.
+inline Halves scaled(Halves lanes, Halves high) {
+#if defined(__AVX2__)
+    return reinterpret_cast<Halves>(
+        _mm256_mulhi_epu16(reinterpret_cast<__m256i>(lanes), reinterpret_cast<__m256i>(high)));
+#elif defined(__SSE2__)
+    return reinterpret_cast<Halves>(_mm_mulhi_epu16(reinterpret_cast<__m128i>(lanes), reinterpret_cast<__m128i>(high)));
+#else
+    return lanes * (high >> 8) >> 8;
+#endif
+}
+inline Channels scaled(Channels c, Halves high) {
+    return {scaled(c.even, high), scaled(c.odd, high)};
+}
+
 /// Adds bytes; sums that pass 255 stay there.
 inline Words addLimited(Words u, Words v) {
+#if defined(__AVX2__)
+    return reinterpret_cast<Words>(_mm256_adds_epu8(reinterpret_cast<__m256i>(u), reinterpret_cast<__m256i>(v)));
+#elif defined(__SSE2__)
+    return reinterpret_cast<Words>(_mm_adds_epu8(reinterpret_cast<__m128i>(u), reinterpret_cast<__m128i>(v)));
+#else
     const Bytes a = reinterpret_cast<Bytes>(u), b = reinterpret_cast<Bytes>(v), room = ~b;
     return reinterpret_cast<Words>((a < room ? a : room) + b);
+#endif
 }
 
 #if defined(__AVX2__)
@@ -113,13 +139,32 @@ inline Halves alphaOf(Channels c) {
     return __builtin_shufflevector(c.odd, c.odd, QX_IN_EACH_PIXEL(1, 1));
 }
 
+/// The same in the high bytes of its lanes.
+inline Halves highAlphaOf(Words pixels) {
+#if defined(__AVX2__)
+    const __m256i places = _mm256_setr_epi8(-1, 3, -1, 3, -1, 7, -1, 7, -1, 11, -1, 11, -1, 15, -1, 15,  //
+                                            -1, 3, -1, 3, -1, 7, -1, 7, -1, 11, -1, 11, -1, 15, -1, 15);
+    return reinterpret_cast<Halves>(_mm256_shuffle_epi8(reinterpret_cast<__m256i>(pixels), places));
+#else
+    const Words alpha = pixels & 0xFF000000u;
+    return halves(alpha | alpha >> 16);
+#endif
+}
+
 /// Exchanges the first and the third channel of each pixel.
 inline Channels swapRedBlue(Channels c) {
     return {__builtin_shufflevector(c.even, c.even, QX_IN_EACH_PIXEL(1, 0)), c.odd};
 }
 inline Words swapRedBlue(Words w) {
+#if defined(__AVX2__)
+    // One shuffle of bytes, which the compiler makes more of.
+    const __m256i places = _mm256_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15,  //
+                                            2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15);
+    return reinterpret_cast<Words>(_mm256_shuffle_epi8(reinterpret_cast<__m256i>(w), places));
+#else
     const Halves even = halves(w & 0xFF00FFu);
     return (w & 0xFF00FF00u) | words(__builtin_shufflevector(even, even, QX_IN_EACH_PIXEL(1, 0)));
+#endif
 }
 
 #undef QX_IN_EACH_PIXEL
@@ -164,28 +209,35 @@ inline bool pixelsAllOpaque(const uint8_t* block) {
     return noneSet(~all, Words{} + 0xFF000000u);
 }
 
+/// The byte of its lane that a spread mask stands in.
+enum class MaskByte { Low, High };
+
 #if defined(__AVX2__)
 /// Spreads eight mask bytes so that each stands in both lanes of its pixel.
+template <MaskByte kByte>
 inline Halves spreadEight(const uint8_t* mask) {
-    using Quads = uint64_t __attribute__((vector_size(kVectorBytes)));
-    const Bytes m = reinterpret_cast<Bytes>(Quads{} + quad(mask));
-    const Bytes twice = __builtin_shufflevector(m, m, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 20, 20, 20, 20,
-                                                21, 21, 21, 21, 22, 22, 22, 22, 23, 23, 23, 23);
-    return reinterpret_cast<Halves>(twice) & 255;
+    const __m256i low = _mm256_setr_epi8(0, -1, 0, -1, 1, -1, 1, -1, 2, -1, 2, -1, 3, -1, 3, -1,  //
+                                         4, -1, 4, -1, 5, -1, 5, -1, 6, -1, 6, -1, 7, -1, 7, -1);
+    const __m256i high = _mm256_setr_epi8(-1, 0, -1, 0, -1, 1, -1, 1, -1, 2, -1, 2, -1, 3, -1, 3,  //
+                                          -1, 4, -1, 4, -1, 5, -1, 5, -1, 6, -1, 6, -1, 7, -1, 7);
+    const __m256i eight = _mm256_set1_epi64x(static_cast<long long>(quad(mask)));
+    return reinterpret_cast<Halves>(_mm256_shuffle_epi8(eight, kByte == MaskByte::Low ? low : high));
 }
 #endif
 
 /// Spreads `kBlock` mask bytes so that each stands in both lanes of its pixel.
+template <MaskByte kByte>
 inline void spreadMask(const uint8_t* mask, Halves* spread) {
 #if defined(__AVX2__)
-    spread[0] = spreadEight(mask);
-    spread[1] = spreadEight(mask + 8);
+    spread[0] = spreadEight<kByte>(mask);
+    spread[1] = spreadEight<kByte>(mask + 8);
 #else
     const Bytes m = reinterpret_cast<Bytes>(load(mask)), none = {};
-    const Halves low = reinterpret_cast<Halves>(
-        __builtin_shufflevector(m, none, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23));
+    const Bytes a = kByte == MaskByte::Low ? m : none, b = kByte == MaskByte::Low ? none : m;
+    const Halves low =
+        reinterpret_cast<Halves>(__builtin_shufflevector(a, b, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23));
     const Halves high = reinterpret_cast<Halves>(
-        __builtin_shufflevector(m, none, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31));
+        __builtin_shufflevector(a, b, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31));
     spread[0] = __builtin_shufflevector(low, low, 0, 0, 1, 1, 2, 2, 3, 3);
     spread[1] = __builtin_shufflevector(low, low, 4, 4, 5, 5, 6, 6, 7, 7);
     spread[2] = __builtin_shufflevector(high, high, 0, 0, 1, 1, 2, 2, 3, 3);

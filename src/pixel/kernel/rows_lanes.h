@@ -23,7 +23,7 @@ struct LastBlock {
 template <typename Op>
 inline void eachVector(const uint8_t* mask, const Op& op, uint8_t* dst) {
     Halves spread[kBlock / kVectorPixels];
-    spreadMask(mask, spread);
+    spreadMask<Op::mask>(mask, spread);
     for (int i = 0; i < kBlock / kVectorPixels; ++i)
         store(dst + i * kVectorBytes, op(load(dst + i * kVectorBytes), spread[i]));
 }
@@ -33,8 +33,8 @@ inline void fill(uint8_t* dst, Words pixel) {
     for (int i = 0; i < 4 * kBlock; i += kVectorBytes) store(dst + i, pixel);
 }
 
-// A block with nothing to draw, or nothing to draw on, is left untouched: most of a text's mask is empty or full. A
-// full mask on empty pixels gives the same everywhere.
+// A block with nothing to draw, or nothing to draw on, is left untouched: most of a text's mask is empty or full. What
+// goes beneath empty pixels is the scaled colour itself.
 
 struct SrcOverBlock {
     SrcOver op;
@@ -46,7 +46,7 @@ struct SrcOverBlock {
         if (quad(mask) == 0 || quad(mask + 8) == 0) {
             // Half of it is enough; edges and bands are narrow.
             const int at = quad(mask) == 0 ? kVectorBytes : 0;
-            store(dst + at, op(load(dst + at), spreadEight(mask + at / 4)));
+            store(dst + at, op(load(dst + at), spreadEight<SrcOver::mask>(mask + at / 4)));
             return;
         }
 #endif
@@ -59,13 +59,20 @@ struct BeneathBlock {
     Op op;
     Words solid;
 
-    explicit BeneathBlock(uint32_t color) : op(color), solid(op(Words{}, everywhere(255))) {}
+    explicit BeneathBlock(uint32_t color) : op(color), solid(op.onNothing(everywhere(0xFF00))) {}
     void operator()(const uint8_t* mask, uint8_t* dst) const {
         if (masksAllZero(mask) || pixelsAllOpaque(dst)) return;
-        if (masksAllFull(mask) && pixelsAllZero(dst))
-            fill(dst, solid);
+        if (pixelsAllZero(dst))
+            masksAllFull(mask) ? fill(dst, solid) : onNothing(mask, dst);
         else
             eachVector(mask, op, dst);
+    }
+
+private:
+    void onNothing(const uint8_t* mask, uint8_t* dst) const {
+        Halves spread[kBlock / kVectorPixels];
+        spreadMask<Op::mask>(mask, spread);
+        for (int i = 0; i < kBlock / kVectorPixels; ++i) store(dst + i * kVectorBytes, op.onNothing(spread[i]));
     }
 };
 
@@ -146,7 +153,7 @@ struct SrcOver32 {
             return;
         }
         for (int i = 0; i < 4 * kBlock; i += kVectorBytes)
-            store(dst + i, srcOver(load(dst + i), swapRedBlue(split(load(src + i)))));
+            store(dst + i, srcOver(load(dst + i), swapRedBlue(load(src + i))));
     }
 };
 
@@ -167,7 +174,7 @@ inline void compositeBlock(const uint8_t* layer, const uint8_t* coverage, uint8_
         return;
     }
     Halves spread[kBlock / kVectorPixels];
-    spreadMask(coverage, spread);
+    spreadMask<MaskByte::Low>(coverage, spread);
     for (int i = 0; i < kBlock / kVectorPixels; ++i) {
         const ptrdiff_t at = i * kVectorBytes;
         store(picture + at, composite(load(layer + at), load(picture + at), spread[i]));
