@@ -108,9 +108,8 @@ inline void raiseByTaps(Samples<kSamples>& s, const Place<kInside>& place, const
             raise(cells, place.template load<kSamples>(other, -dx, 0));
             raise(cells, place.template load<kSamples>(other, dx, 0));
         }
-        // Raised to the loss before it is taken off: a difference that stops at 0.
         const U8s loss = U8s{} + static_cast<uint8_t>(disc.taps[i].loss);
-        for (int v = 0; v < s.kVectors; ++v) cells.v[v] = greater(cells.v[v], loss) - loss;
+        for (int v = 0; v < s.kVectors; ++v) cells.v[v] = lessened(cells.v[v], loss);
         raise(s, cells);
     }
 }

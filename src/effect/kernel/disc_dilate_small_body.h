@@ -90,11 +90,6 @@ inline UnitRun nextRun(const uint8_t* open, int from, int units) {
     return {begin, end};
 }
 
-[[gnu::always_inline]] inline U8s lessened(U8s samples, U8s loss) {
-    // Raised to the loss before it is taken off: a difference that stops at 0.
-    return greater(samples, loss) - loss;
-}
-
 /// The columns of a disc, unrolled. Inlining is forced: GCC gives up on it in so large a file, and a function of its
 /// own that takes vectors makes it forget to clear their upper halves, which slows down all that follows.
 ///

@@ -4,6 +4,10 @@
 #include <cstdint>
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
 /// Vectors of the compiler's own kind, as wide as the file they are used in is compiled for: AVX2 where it is asked
 /// for, else SSE2 or NEON. One text of a kernel is compiled once for each.
 ///
@@ -48,6 +52,17 @@ inline Vector lesser(Vector a, Vector b) {
 template <typename Vector>
 inline Vector greater(Vector a, Vector b) {
     return a > b ? a : b;
+}
+
+/// a - b, or 0 where b is greater.
+inline U8s lessened(U8s a, U8s b) {
+#if defined(__AVX2__)
+    return (U8s)_mm256_subs_epu8((__m256i)a, (__m256i)b);
+#elif defined(__SSE2__)
+    return (U8s)_mm_subs_epu8((__m128i)a, (__m128i)b);
+#else
+    return greater(a, b) - b;
+#endif
 }
 
 inline bool allBitsSet(U8s v) {
