@@ -27,6 +27,23 @@ GaussColumns columnsOf(const GaussJob& job, const GaussPlan& plan, uint8_t* scra
     return {part.plane, plan, job.columns, part.yStart, scratch};
 }
 
+// Ink is counted in many blocks at once: their rows are read as they lie in memory.
+constexpr int kCountedBlocks = 32;
+
+/// Puts rows of a plane into the blocks of a strip from `first` on, kCountedBlocks of them or what there is.
+void setBlocks(ConstPlane8 src, int y, int rows, int first, const GaussPlan& plan, GaussStrip& strip) {
+    const GaussStripLayout& layout = strip.layout();
+    const int column = layout.from + first * kGaussBlock;
+    const int columns = std::min(kCountedBlocks * kGaussBlock, layout.to - column);
+    const uint8_t* samples = src.row(y) + column;
+    int32_t inkedBefore[kCountedBlocks * (kGaussRows + 1)];
+    plan.kernels->countInk(samples, src.stride, columns, rows, inkedBefore);
+    const int32_t* inked = inkedBefore + rows;
+    for (int x = 0; x < columns; x += kGaussBlock, inked += rows + 1)
+        strip.setBlock(first + x / kGaussBlock, *inked != 0 ? samples + x : nullptr, src.stride,
+                       std::min(kGaussBlock, columns - x), rows);
+}
+
 }  // namespace
 
 GaussRows::Memory::Memory(const GaussJob& job, ScratchCutter& cutter) {
@@ -94,13 +111,7 @@ void gaussLinesPlane8(ConstPlane8 src, const GaussPlan& plan, GaussRounding roun
     const GaussStripLayout& layout = strip.layout();
     for (int y = 0; y < src.height; y += kGaussRows) {
         const int rows = std::min(kGaussRows, src.height - y);
-        for (int block = 0; block < layout.blocks; ++block) {
-            const int column = layout.from + block * kGaussBlock;
-            const int columns = std::min(kGaussBlock, layout.to - column);
-            int32_t inkedBefore[kGaussRows + 1];
-            plan.kernels->countInk(src.row(y) + column, src.stride, columns, rows, inkedBefore);
-            strip.setBlock(block, inkedBefore[rows] != 0 ? src.row(y) + column : nullptr, src.stride, columns, rows);
-        }
+        for (int block = 0; block < layout.blocks; block += kCountedBlocks) setBlocks(src, y, rows, block, plan, strip);
         strip.blur({dst.row(y), dst.width, rows, dst.stride});
     }
 }
