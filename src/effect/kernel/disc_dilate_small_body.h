@@ -22,6 +22,28 @@ inline uint64_t eightOf(const uint8_t* samples, const uint8_t* inside) {
     return kComplement ? area & ~eight : eight;
 }
 
+#if defined(__AVX2__)
+static_assert(kSmallUnit == kVectorBytes, "a bit for each sample of a unit");
+
+/// A bit for each sample of a unit that spreads.
+template <bool kComplement>
+inline uint32_t inkBits(const uint8_t* samples, const uint8_t* inside) {
+    const U8s unit = loadVector<U8s>(samples);
+    const U8s ink = kComplement ? loadVector<U8s>(inside) & ~unit : unit;
+    return static_cast<uint32_t>(_mm256_movemask_epi8((__m256i)(ink != 0)));
+}
+
+template <bool kComplement>
+void markUnits(const uint8_t* samples, const uint8_t* inside, int units, int reach, uint8_t* marks) {
+    const int columns = reach < kSmallEdge ? reach : kSmallEdge;
+    const uint32_t firsts = (uint32_t{1} << columns) - 1, lasts = ~(~uint32_t{0} >> columns);
+    for (int i = 0; i < units; ++i, samples += kSmallUnit, inside += kSmallUnit) {
+        const uint32_t ink = inkBits<kComplement>(samples, inside);
+        marks[i] = static_cast<uint8_t>((ink != 0 ? kInkMark : 0) | ((ink & firsts) != 0 ? kFirstMark : 0) |
+                                        ((ink & lasts) != 0 ? kLastMark : 0));
+    }
+}
+#else
 template <bool kComplement>
 void markUnits(const uint8_t* samples, const uint8_t* inside, int units, int reach, uint8_t* marks) {
     // A column at least: a word cannot be shifted by all of its bits.
@@ -40,6 +62,7 @@ void markUnits(const uint8_t* samples, const uint8_t* inside, int units, int rea
                                         ((last & lasts) != 0 ? kLastMark : 0));
     }
 }
+#endif
 
 void markSmall(SmallSource source, const uint8_t* samples, const uint8_t* inside, int units, int reach,
                uint8_t* marks) {
