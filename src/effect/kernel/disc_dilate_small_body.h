@@ -13,15 +13,6 @@ template <bool kComplement>
     return kComplement ? inside & ~lesser(a, b) : greater(a, b);
 }
 
-/// Samples of a unit as they spread, eight at a time.
-template <bool kComplement>
-inline uint64_t eightOf(const uint8_t* samples, const uint8_t* inside) {
-    uint64_t eight, area;
-    __builtin_memcpy(&eight, samples, sizeof eight);
-    __builtin_memcpy(&area, inside, sizeof area);
-    return kComplement ? area & ~eight : eight;
-}
-
 #if defined(__AVX2__)
 static_assert(kSmallUnit == kVectorBytes, "a bit for each sample of a unit");
 
@@ -44,6 +35,15 @@ void markUnits(const uint8_t* samples, const uint8_t* inside, int units, int rea
     }
 }
 #else
+/// Samples of a unit as they spread, eight at a time.
+template <bool kComplement>
+inline uint64_t eightOf(const uint8_t* samples, const uint8_t* inside) {
+    uint64_t eight, area;
+    __builtin_memcpy(&eight, samples, sizeof eight);
+    __builtin_memcpy(&area, inside, sizeof area);
+    return kComplement ? area & ~eight : eight;
+}
+
 template <bool kComplement>
 void markUnits(const uint8_t* samples, const uint8_t* inside, int units, int reach, uint8_t* marks) {
     // A column at least: a word cannot be shifted by all of its bits.
@@ -193,9 +193,12 @@ inline DilatedPart closeFullUnits(const SmallLine& line, uint8_t* out) {
     for (int unit = 0; unit < line.units; ++unit) {
         if (line.open[unit] == 0) continue;
         const ptrdiff_t at = ptrdiff_t{unit} * kSmallUnit;
-        uint64_t all = ~uint64_t{0};
-        for (int i = 0; i < kSmallUnit; i += 8) all &= eightOf<kComplement>(own + at + i, inside + at + i);
-        if (~all != 0) continue;
+        U8s all = ~U8s{};
+        for (int i = 0; i < kSmallUnit; i += kVectorBytes) {
+            const U8s samples = loadVector<U8s>(own + at + i);
+            all &= kComplement ? loadVector<U8s>(inside + at + i) & ~samples : samples;
+        }
+        if (!allBitsSet(all)) continue;
         __builtin_memset(out + at, 255, kSmallUnit);
         line.open[unit] = 0;
         if (part.end == 0) part.begin = static_cast<int>(at);

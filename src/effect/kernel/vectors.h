@@ -66,17 +66,25 @@ inline U8s lessened(U8s a, U8s b) {
 }
 
 inline bool allBitsSet(U8s v) {
+#if defined(__AVX2__)
+    return _mm256_testc_si256((__m256i)v, _mm256_set1_epi8(-1)) != 0;
+#elif defined(__SSE2__)
+    return _mm_movemask_epi8(_mm_cmpeq_epi8((__m128i)v, _mm_set1_epi8(-1))) == 0xFFFF;
+#else
     const U64s words = reinterpret_cast<U64s>(v);
-    uint64_t together = words[0];
-    for (int i = 1; i < kVectorBytes / 8; ++i) together &= words[i];
-    return together == ~uint64_t{0};
+    return (words[0] & words[1]) == ~uint64_t{0};
+#endif
 }
 
 inline bool noBitsSet(U8s v) {
+#if defined(__AVX2__)
+    return _mm256_testz_si256((__m256i)v, (__m256i)v) != 0;
+#elif defined(__SSE2__)
+    return _mm_movemask_epi8(_mm_cmpeq_epi8((__m128i)v, _mm_setzero_si128())) == 0xFFFF;
+#else
     const U64s words = reinterpret_cast<U64s>(v);
-    uint64_t together = words[0];
-    for (int i = 1; i < kVectorBytes / 8; ++i) together |= words[i];
-    return together == 0;
+    return (words[0] | words[1]) == 0;
+#endif
 }
 
 }  // namespace
