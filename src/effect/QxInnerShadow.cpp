@@ -29,15 +29,11 @@ bool missesItself(const QxRect& rect, int64_t radius, ShadowShift shift) {
 void shadeRows(GaussColumns& columns, ConstPlane8 ink, uint8_t* strip, ptrdiff_t stride) {
     columns.beginStrip(ink.height);
     for (int block = 0; block < columns.blockCount(); ++block) {
-        const int x = block * kGaussBlock;
-        const int width = std::min(kGaussBlock, ink.width - x);
-        const bool blurred = columns.makeBlock(block, strip + x, stride);
-        for (int y = 0; y < ink.height; ++y) {
-            uint8_t* row = strip + y * stride + x;
-            if (!blurred) std::fill_n(row, width, uint8_t{0});
-            complementWhereInked(ink.row(y) + x, width, row);
-        }
+        uint8_t* part = strip + block * kGaussBlock;
+        if (columns.makeBlock(block, part, stride)) continue;
+        for (int y = 0; y < ink.height; ++y) std::fill_n(part + y * stride, kGaussBlock, uint8_t{0});
     }
+    for (int y = 0; y < ink.height; ++y) complementWhereInked(ink.row(y), ink.width, strip + y * stride);
 }
 
 }  // namespace
