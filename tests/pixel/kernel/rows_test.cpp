@@ -92,6 +92,25 @@ TEST(PixelRows, EveryMaskOnEveryAlphaAndChannelValueEqualsTheReference) {
     }
 }
 
+TEST(PixelRows, EveryMaskOfEveryChannelValueOnNothingEqualsTheReference) {
+    // Whole blocks of each mask, and some that hold two of them.
+    Rng rng(3);
+    std::vector<uint8_t> mask;
+    for (int i = 0; i < 256 * 40; ++i) mask.push_back(static_cast<uint8_t>(i / 40));
+    for (int round = 0; round < kRounds; ++round) {
+        const uint32_t color = colorOfRound(round, rng);
+        for (const MaskBlend& blend : kMaskBlends) {
+            std::vector<uint8_t> wanted(4 * mask.size());
+            for (size_t i = 0; i < mask.size(); ++i) blend.pixel(mask[i], color, &wanted[4 * i]);
+            for (const PixelRows* form : formsHere()) {
+                std::vector<uint8_t> got(4 * mask.size());
+                (form->*blend.row)(mask.data(), color, got.data(), static_cast<ptrdiff_t>(mask.size()));
+                ASSERT_EQ(wanted, got) << blend.name << ", " << form->name << ", color " << std::hex << color;
+            }
+        }
+    }
+}
+
 TEST(PixelRows, EverySourceAlphaOnEveryAlphaAndChannelValueEqualsTheReference) {
     Rng rng(2);
     for (int round = 0; round < kRounds; round += kRoundStep) {
