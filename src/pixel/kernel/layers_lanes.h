@@ -6,10 +6,9 @@
 namespace QxFontEffect::kernel {
 namespace {
 
-/// The sum cannot pass 255: the factors add up to 255.
-inline Words composite(Words layer, Words picture, Halves coverage) {
-    const Halves one = everywhere(1);
-    return joinHigh((split(layer) + one) * (255 - coverage)) + joinHigh((split(picture) + one) * coverage);
+/// The sum cannot pass 255: the factors add up to 255. The coverage stands in the high bytes.
+inline Words composite(Words layer, Words picture, Halves highCoverage) {
+    return join(scaled(split(layer) + 1, 0xFF00 - highCoverage) + scaled(split(picture) + 1, highCoverage));
 }
 
 /// ((v + 1) * T) & 0xFF00 of a channel in the low byte of each word.

@@ -174,7 +174,7 @@ inline void compositeBlock(const uint8_t* layer, const uint8_t* coverage, uint8_
         return;
     }
     Halves spread[kBlock / kVectorPixels];
-    spreadMask<MaskByte::Low>(coverage, spread);
+    spreadMask<MaskByte::High>(coverage, spread);
     for (int i = 0; i < kBlock / kVectorPixels; ++i) {
         const ptrdiff_t at = i * kVectorBytes;
         store(picture + at, composite(load(layer + at), load(picture + at), spread[i]));
