@@ -29,7 +29,7 @@ bool missesItself(const QxRect& rect, int64_t radius, ShadowShift shift) {
 void shadeRows(GaussColumns& columns, ConstPlane8 ink, uint8_t* strip, ptrdiff_t stride) {
     columns.beginStrip(ink.height);
     for (int block = 0; block < columns.blockCount(); ++block) {
-        uint8_t* part = strip + block * kGaussBlock;
+        uint8_t* part = strip + ptrdiff_t{block} * kGaussBlock;
         if (columns.makeBlock(block, part, stride)) continue;
         for (int y = 0; y < ink.height; ++y) std::fill_n(part + y * stride, kGaussBlock, uint8_t{0});
     }
