@@ -23,7 +23,7 @@ struct ReliefKernels {
     void (*light)(const float* above, const float* here, const float* below, int blocks, const ReliefLight& light,
                   const ReliefBand& band, FlatLight flat, uint8_t* shadow, uint8_t* highlight);
 
-    /// colorReliefRow over whole blocks. Returns whether a pixel is not 0.
+    /// Turns both maps of a row into premultiplied pixels, in whole blocks. Returns whether a pixel is not 0.
     bool (*color)(const uint8_t* shadow, const uint8_t* highlight, int blocks, const ReliefColors& colors,
                   uint32_t* dst);
 };
