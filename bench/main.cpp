@@ -22,8 +22,12 @@ namespace {
 constexpr char kHeadline[] = "M";
 constexpr char kTextPath[] = "text path";
 
+/// A filter that ends with $ has to stand at the end of the name: "M 5$" is not "M 50".
 bool isWanted(const std::string& name, const Options& options) {
-    return name.find(options.filter) != std::string::npos;
+    const std::string& filter = options.filter;
+    if (filter.empty() || filter.back() != '$') return name.find(filter) != std::string::npos;
+    const size_t length = filter.size() - 1;
+    return name.size() >= length && name.compare(name.size() - length, length, filter, 0, length) == 0;
 }
 
 Rows rowsFor(const std::vector<Mask>& masks) {
