@@ -14,6 +14,9 @@
 namespace QxFontEffect {
 namespace {
 
+// As many rows as a blur gives at most.
+constexpr int kShadeRows = GaussColumns::kStripRows;
+
 /// Whether the shifted ink, widened by the radius, misses the ink, so that every glyph lies wholly in shadow. The
 /// far edges count as touching on the right and at the bottom only.
 bool missesItself(const QxRect& rect, int64_t radius, ShadowShift shift) {
@@ -21,19 +24,6 @@ bool missesItself(const QxRect& rect, int64_t radius, ShadowShift shift) {
                           int64_t{rect.top} + shift.dy < rect.bottom + radius &&
                           int64_t{rect.bottom} + shift.dy >= rect.top - radius;
     return !overlaps;
-}
-
-/// Makes the next rows of the shadow.
-/// @param ink    the coverage there.
-/// @param strip  ink.height rows, wide enough for whole blocks.
-void shadeRows(GaussColumns& columns, ConstPlane8 ink, uint8_t* strip, ptrdiff_t stride) {
-    columns.beginStrip(ink.height);
-    for (int block = 0; block < columns.blockCount(); ++block) {
-        uint8_t* part = strip + ptrdiff_t{block} * kGaussBlock;
-        if (columns.makeBlock(block, part, stride)) continue;
-        for (int y = 0; y < ink.height; ++y) std::fill_n(part + y * stride, kGaussBlock, uint8_t{0});
-    }
-    for (int y = 0; y < ink.height; ++y) complementWhereInked(ink.row(y), ink.width, strip + y * stride);
 }
 
 }  // namespace
@@ -71,28 +61,23 @@ void QxInnerShadow::doPostProcessing(ParamPostProcessing* p) {
 
     // Rows first and then columns, both rounded up: this is what the complement's blur, rounded down, leaves of 255.
     // Only what the shift brings under the ink is blurred.
-    const GaussPlan plan = makeGaussPlan(makeGaussBell(radius, kSoftPeak));
+    const GaussBell bell = makeGaussBell(radius, kSoftPeak);
+    const GaussJob job = {
+        ink, &bell, moved(seen, -shift.dx, -shift.dy), GaussRounding::Up, GaussRounding::Up, GaussOrder::RowsFirst};
     const int width = seen.xEnd - seen.xStart;
-    const int softTop = std::clamp(seen.yStart - shift.dy - radius - 3, 0, ink.height);
-    const int softBottom = std::clamp(seen.yEnd - shift.dy + radius, softTop, ink.height);
-    const int softRows = softBottom - softTop;
-    const int xStart = seen.xStart - shift.dx;
-    Scratch<uint8_t> soft(width, softRows);
-    Scratch<uint8_t> work(std::max(gaussLinesScratchBytes(plan.bell, ink.width, xStart, width),
-                                   GaussColumns::scratchBytes(plan.bell, width, softRows)));
-    const int stripWidth = (width + kGaussBlock - 1) / kGaussBlock * kGaussBlock;
-    Scratch<uint8_t> strip(stripWidth, GaussColumns::kStripRows);
-    if (!soft || !work || !strip) return;
+    Scratch<uint8_t> work(GaussRows::scratchBytes(job));
+    Scratch<uint8_t> shadow(width, kShadeRows);
+    if (!work || !shadow) return;
 
-    gaussLinesPlane8({ink.row(softTop), ink.width, softRows, ink.stride}, plan, GaussRounding::Up, xStart, work.data(),
-                     {soft.data(), width, softRows, width});
-    GaussColumns columns({soft.data(), width, softRows, width}, plan, GaussRounding::Up,
-                         seen.yStart - shift.dy - softTop, work.data());
-    for (int y = seen.yStart; y < seen.yEnd; y += GaussColumns::kStripRows) {
-        const int rows = std::min(GaussColumns::kStripRows, seen.yEnd - y);
-        shadeRows(columns, {ink.row(y) + seen.xStart, width, rows, ink.stride}, strip.data(), stripWidth);
-        QxBlender::drawBitmapBlend8(rect.left + seen.xStart, rect.top + y, p->dstBitmap, strip.data(), width, rows,
-                                    stripWidth, property->color, QXE_BLEND_DST_OVER);
+    GaussRows rows(job, work.data());
+    int y = seen.yStart;
+    for (ConstPlane8 blurred = rows.next(); blurred.height > 0; blurred = rows.next()) {
+        for (int row = 0; row < blurred.height; ++row)
+            complementWhereInked(ink.row(y + row) + seen.xStart, blurred.row(row), width,
+                                 shadow.data() + ptrdiff_t{row} * width);
+        QxBlender::drawBitmapBlend8(rect.left + seen.xStart, rect.top + y, p->dstBitmap, shadow.data(), width,
+                                    blurred.height, width, property->color, QXE_BLEND_DST_OVER);
+        y += blurred.height;
     }
 }
 

@@ -79,17 +79,17 @@ void QxOuterShadow::doPostProcessing(ParamPostProcessing* p) {
 
     const GaussBell bell = makeGaussBell(radius, kSoftPeak);
     const GaussJob job = {ink, &bell, moved(seen, -radius, -radius), GaussRounding::Down, GaussRounding::Down};
-    const int width = seen.xEnd - seen.xStart;
     Scratch<uint8_t> work(GaussRows::scratchBytes(job));
-    Scratch<uint8_t> strip(width, kGaussRows);
-    if (!work || !strip) return;
+    if (!work) return;
 
     GaussRows rows(job, work.data());
     int dstY = static_cast<int>(y + seen.yStart);
-    while (const int taken = rows.next(strip.data(), width)) {
-        QxBlender::drawBitmapBlend8(static_cast<int>(x + seen.xStart), dstY, p->dstBitmap, strip.data(), width, taken,
-                                    width, property->color, QXE_BLEND_DST_OVER);
-        dstY += taken;
+    for (ConstPlane8 blurred = rows.next(); blurred.height > 0; blurred = rows.next()) {
+        // The blender reads masks only.
+        QxBlender::drawBitmapBlend8(static_cast<int>(x + seen.xStart), dstY, p->dstBitmap,
+                                    const_cast<uint8_t*>(blurred.data), blurred.width, blurred.height,
+                                    static_cast<int>(blurred.stride), property->color, QXE_BLEND_DST_OVER);
+        dstY += blurred.height;
     }
 }
 

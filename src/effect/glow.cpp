@@ -123,10 +123,8 @@ void drawGlow(const ParamPostProcessing& p, const QxGlowProperty& property, Glow
     const GaussRounding columns = side == GlowSide::Inner ? GaussRounding::Up : GaussRounding::Down;
     const GaussJob job = {grownPlane(ink, lengths, side, growth), &bell, moved(blurred, toPlane, toPlane), columns,
                           GaussRounding::Down};
-    const int width = blurred.xEnd - blurred.xStart;
     Scratch<uint8_t> work(GaussRows::scratchBytes(job));
-    Scratch<uint8_t> grey(width, kGaussRows);
-    if (!work || !grey) return;
+    if (!work) return;
     const auto inPicture = [&](const GaussRange& part) {
         return moved(part, static_cast<int>(x), static_cast<int>(y));
     };
@@ -137,9 +135,9 @@ void drawGlow(const ParamPostProcessing& p, const QxGlowProperty& property, Glow
     GaussRows rows(job, work.data());
     const int64_t stride = 4 * int64_t{p.dstBitmap->width};
     uint8_t* dst = p.dstBitmap->pixels + (y + blurred.yStart) * stride + 4 * (x + blurred.xStart);
-    while (const int taken = rows.next(grey.data(), width))
-        for (int row = 0; row < taken; ++row, dst += stride)
-            rampBlendKernels().row(grey.data() + int64_t{row} * width, colors, dst, width);
+    for (ConstPlane8 grey = rows.next(); grey.height > 0; grey = rows.next())
+        for (int row = 0; row < grey.height; ++row, dst += stride)
+            rampBlendKernels().row(grey.row(row), colors, dst, grey.width);
 }
 
 void makeGlowRamp(const QxGlowProperty* property, uint32_t* lut, float range, int mode) {

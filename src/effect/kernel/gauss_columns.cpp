@@ -22,7 +22,7 @@ int64_t windowRows(const GaussBell& bell, int height) {
 
 /// What the programs of a block's rows read. Blocks with second totals have no samples.
 GaussPlaces placesIn(const GaussPlan& plan, int64_t first, int64_t last, int64_t zero) {
-    if (plan.highest() == GaussTaps::kSecondTotals) return {kGaussBlockRow, {0, 0, kGaussBlock}, first, last, zero};
+    if (plan.taps.highest == GaussTaps::kSecondTotals) return {kGaussBlockRow, {0, 0, kGaussBlock}, first, last, zero};
     return {kGaussBlockRow, {0, kGaussBlock, 0}, first, last, zero};
 }
 
@@ -59,10 +59,10 @@ GaussColumns::GaussColumns(ConstPlane8 src, const GaussPlan& plan, GaussRounding
       mRowsBelow(0),
       mMemory(memoryFrom(scratch, plan.bell, src)) {
     const int64_t reach = int64_t{plan.bell.radius} + 3;
-    plan.writeProgram(placesIn(plan, -reach, reach, kNoPlace), mMemory.innerProgram);
+    writeGaussProgram(plan.taps, placesIn(plan, -reach, reach, kNoPlace), mMemory.innerProgram);
     std::fill_n(mMemory.window, kGaussBlockRow, uint16_t{0});
     plan.kernels->countInk(src.data, src.stride, src.width, src.height, mMemory.inkedBefore);
-    for (int block = 0; block < mBlocks && !plan.direct.isPossible; ++block) startSums(block);
+    for (int block = 0; block < mBlocks; ++block) startSums(block);
 }
 
 /// Whether ink lies under the bell of one of these rows.
@@ -112,7 +112,7 @@ void GaussColumns::beginStrip(int rows) {
     const int64_t radius = mPlan.bell.radius;
     mTop = static_cast<int>(std::clamp<int64_t>(mRow - 3 - radius, 0, mSrc.height));
     mBottom = static_cast<int>(std::clamp<int64_t>(int64_t{mRow} + rows + radius, mTop, mSrc.height));
-    mRowsBelow = mPlan.highest() == GaussTaps::kSecondTotals
+    mRowsBelow = mPlan.taps.highest == GaussTaps::kSecondTotals
                      ? static_cast<int>(std::max<int64_t>(int64_t{mRow} + rows + radius - mBottom, 0))
                      : 0;
     int32_t* next = mMemory.edgePrograms;
@@ -121,7 +121,7 @@ void GaussColumns::beginStrip(int rows) {
         const bool isInner = first <= -3 - radius && last >= radius;
         const int64_t base = kGaussBlockRow * (1 - first);
         mMemory.programs[row] = {isInner ? mMemory.innerProgram : next, base};
-        if (!isInner) next += mPlan.writeProgram(placesIn(mPlan, first, last, -base), next);
+        if (!isInner) next += writeGaussProgram(mPlan.taps, placesIn(mPlan, first, last, -base), next);
     }
 }
 
@@ -138,8 +138,8 @@ void GaussColumns::fillWindow(int block, int from, int to) {
     const int64_t end = int64_t{mRow} + to + radius;
     const int bottom = static_cast<int>(std::clamp<int64_t>(end, top, mBottom));
     mPlan.kernels->widen(mSrc.row(top) + block * kGaussBlock, mSrc.stride, columnsOf(mSrc, block), bottom - top,
-                         end > mBottom ? mRowsBelow : 0, mPlan.highest(),
-                         mMemory.window + (1 + ptrdiff_t{top} - mTop) * kGaussBlockRow, kGaussBlockRow);
+                         end > mBottom ? mRowsBelow : 0, mPlan.taps.highest,
+                         mMemory.window + (1 + ptrdiff_t{top} - mTop) * kGaussBlockRow);
 }
 
 bool GaussColumns::makeBlock(int block, uint8_t* out, ptrdiff_t stride) {

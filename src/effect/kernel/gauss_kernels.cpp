@@ -7,7 +7,7 @@ namespace QxFontEffect {
 
 GaussPlan makeGaussPlan(const GaussBell& bell, const GaussKernels& kernels) {
     const GaussQuotient quotient = {bell.sum, 1.0f / static_cast<float>(bell.sum), bell.sum < 16384};
-    return {bell, makeGaussTaps(bell), makeGaussDirect(bell), quotient, &kernels};
+    return {bell, makeGaussTaps(bell), quotient, &kernels};
 }
 
 const GaussKernels& gaussKernelsPortable() {

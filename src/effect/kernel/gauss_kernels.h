@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "effect/kernel/gauss_job.h"
 #include "effect/kernel/gauss_taps.h"
 #include "effect/kernel/gauss_weights.h"
 
@@ -17,10 +18,10 @@ namespace QxFontEffect {
 constexpr int kGaussBlock = 64;
 constexpr int kGaussBlockRow = 2 * kGaussBlock;
 
-/// The horizontal pass works on this many rows at once. Where it keeps running sums, they are turned so that the
-/// samples of one column are neighbours: one vector operation then serves the same tap of many rows, reads are aligned,
-/// and sums need not be added up along a vector. A column of a strip is its samples, their totals and, where they are
-/// needed, the second totals. Rows for narrow bells stay rows.
+/// The horizontal pass works on this many rows at once. They are turned so that the samples of one column are
+/// neighbours: one vector operation then serves the same tap of many rows, reads are aligned, and sums need not be
+/// added up along a vector. A column of a strip is its samples, their totals and, where they are needed, the second
+/// totals.
 constexpr int kGaussRows = 16;
 
 /// Division of a running sum by the weight sum.
@@ -34,32 +35,18 @@ struct GaussQuotient {
     bool isSmall;  ///< sum < 16384: radii to 198 with peak 100, to 154 with peak 128
 };
 
-/// Which way the division by the weight sum goes. A blur of the complement is the complement of a blur that rounds
-/// the other way, trunc((255 * sum - S) / sum) = 255 - ceil(S / sum): effects that blur what the glyphs leave free
-/// blur the coverage, round up, and need no plane of 255s around it.
-enum class GaussRounding { Down, Up };
-
 struct GaussKernels;
 
 /// A bell made ready for the loops.
 struct GaussPlan {
     GaussBell bell;
     GaussTaps taps;
-    GaussDirect direct;
     GaussQuotient quotient;
     const GaussKernels* kernels;
 
-    /// The sum of nothing but zeros: rounding up is rounding down of a sum that starts higher.
-    int32_t emptySum(GaussRounding rounding) const { return rounding == GaussRounding::Up ? bell.sum - 1 : 0; }
-    /// What has to be totalled up.
-    GaussTaps::Source highest() const { return direct.isPossible ? GaussTaps::kSamples : taps.highest; }
+    int32_t emptySum(GaussRounding rounding) const { return emptySumOf(rounding, bell.sum); }
     /// Words from one column of a turned strip to the next.
     int columnWords() const { return (taps.highest == GaussTaps::kSecondTotals ? 3 : 2) * kGaussRows; }
-    /// The program for one position, see gauss_taps.h.
-    int writeProgram(const GaussPlaces& places, int32_t* program) const {
-        return direct.isPossible ? writeGaussDirectProgram(direct, places, program)
-                                 : writeGaussProgram(taps, places, program);
-    }
 };
 
 /// How one row of the vertical pass is made.
@@ -85,7 +72,6 @@ struct GaussLinesRun {
     const int32_t* program;
     uint16_t* samples;  ///< sample under the first output of the first row. There are `radius + 3` columns before it
                         ///< and `radius` after the last output, rounded up to whole blocks
-    int64_t rowStride;  ///< of rows that stay rows, in samples
     int count;          ///< outputs a row
     int rows;           ///< rows to write, kGaussRows at most
     int32_t emptySum;   ///< sum of nothing but zeros
@@ -102,11 +88,10 @@ struct GaussKernels {
     void (*startSums)(const GaussPlan& plan, const int32_t* values, int32_t* sums);
     /// How many of the rows above row y of a block hold a sample other than 0, for y in 0..rows, block by block.
     void (*countInk)(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int32_t* before);
-    /// Fills rows of kGaussBlock words, `dstStride` words apart, out of `columns` columns, kGaussBlock at most; the
-    /// others become 0. Totals follow as in a row of a block when `highest` asks for them, and with second totals
-    /// `moreRows` rows of zeros below the rows.
+    /// Fills rows of a block out of `columns` columns, kGaussBlock at most; the others become 0. With second totals
+    /// `moreRows` rows of zeros follow.
     void (*widen)(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int moreRows, GaussTaps::Source highest,
-                  uint16_t* dst, int64_t dstStride);
+                  uint16_t* dst);
     /// Fills the samples of kGaussBlock columns of a strip out of `rows` rows, kGaussRows at most; the others become 0.
     void (*turn)(const uint8_t* src, ptrdiff_t stride, int columns, int rows, uint16_t* strip, int columnWords);
 };

@@ -63,28 +63,6 @@ void columnsBySums(const GaussPlan& plan, const GaussColumnsBlock& block) {
     }
 }
 
-/// Makes `count` samples of one row by a narrow bell: four vectors at a time, and one at a time where fewer are left.
-/// At least as many samples are written, less than a vector more.
-inline void makeDirect(const GaussPlan& plan, const int32_t* program, const uint16_t* base, int count, int32_t emptySum,
-                       uint8_t* out) {
-    U16s words[kVectors];
-    int x = 0;
-    for (; x + (kVectors - 1) * kU16Lanes < count; x += kVectors * kU16Lanes) {
-        runDirect<kVectors>(plan.direct, program, base + x, kU16Lanes, emptySum, words);
-        storeSamples<kVectors>(out + x, words);
-    }
-    for (; x < count; x += kU16Lanes) {
-        runDirect<1>(plan.direct, program, base + x, kU16Lanes, emptySum, words);
-        storeSamples<1>(out + x, words);
-    }
-}
-
-void columnsDirect(const GaussPlan& plan, const GaussColumnsBlock& block) {
-    for (int row = 0; row < block.rowCount; ++row)
-        makeDirect(plan, block.rows[row].program, block.window + block.rows[row].base, block.columns, block.emptySum,
-                   block.out + row * block.outStride);
-}
-
 /// Sets the sums of a block from `values`, in the order of the columns.
 template <typename Sums>
 void setSums(const int32_t* values, int32_t* memory) {
@@ -247,19 +225,6 @@ void linesBySums(const GaussPlan& plan, const GaussLinesRun& run) {
     }
 }
 
-void linesDirect(const GaussPlan& plan, const GaussLinesRun& run) {
-    const int whole = run.count / kU16Lanes * kU16Lanes;
-    for (int y = 0; y < run.rows; ++y) {
-        const uint16_t* samples = run.samples + y * run.rowStride;
-        uint8_t* out = run.out + y * run.outStride;
-        makeDirect(plan, run.program, samples, whole, run.emptySum, out);
-        if (whole == run.count) continue;
-        uint8_t rest[kU16Lanes];
-        makeDirect(plan, run.program, samples + whole, 1, run.emptySum, rest);
-        std::memcpy(out + whole, rest, static_cast<size_t>(run.count - whole));
-    }
-}
-
 inline bool anyOf(const uint8_t* src, int count) {
     U8s seen = {};
     int x = 0;
@@ -287,15 +252,15 @@ void countInk(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int32
 template <GaussTaps::Source highest>
 class BlockRows {
 public:
-    BlockRows(uint16_t* dst, int64_t stride) : mRow(dst), mStride(stride) {}
+    explicit BlockRows(uint16_t* dst) : mRow(dst) {}
 
     void add(const uint8_t* samples) {
         for (int i = 0; i < kCount; ++i) put(i, widened(samples + i * kU16Lanes));
-        mRow += mStride;
+        mRow += kGaussBlockRow;
     }
     void addZeros() {
         for (int i = 0; i < kCount; ++i) put(i, U16s{});
-        mRow += mStride;
+        mRow += kGaussBlockRow;
     }
 
 private:
@@ -315,15 +280,13 @@ private:
     }
 
     uint16_t* mRow;
-    int64_t mStride;
     U16s mTotals[kCount] = {};
     U16s mSecondTotals[kCount] = {};
 };
 
 template <GaussTaps::Source highest>
-void widenRows(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int moreRows, uint16_t* dst,
-               int64_t dstStride) {
-    BlockRows<highest> block(dst, dstStride);
+void widenRows(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int moreRows, uint16_t* dst) {
+    BlockRows<highest> block(dst);
     if (columns == kGaussBlock) {
         for (int y = 0; y < rows; ++y) block.add(src + y * stride);
     } else {
@@ -338,13 +301,13 @@ void widenRows(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int 
 }
 
 void widenBlock(const uint8_t* src, ptrdiff_t stride, int columns, int rows, int moreRows, GaussTaps::Source highest,
-                uint16_t* dst, int64_t dstStride) {
+                uint16_t* dst) {
     if (highest == GaussTaps::kSamples)
-        widenRows<GaussTaps::kSamples>(src, stride, columns, rows, 0, dst, dstStride);
+        widenRows<GaussTaps::kSamples>(src, stride, columns, rows, 0, dst);
     else if (highest == GaussTaps::kTotals)
-        widenRows<GaussTaps::kTotals>(src, stride, columns, rows, 0, dst, dstStride);
+        widenRows<GaussTaps::kTotals>(src, stride, columns, rows, 0, dst);
     else
-        widenRows<GaussTaps::kSecondTotals>(src, stride, columns, rows, moreRows, dst, dstStride);
+        widenRows<GaussTaps::kSecondTotals>(src, stride, columns, rows, moreRows, dst);
 }
 
 /// Turns kGaussRows rows of kGaussBlock bytes, a tile of 16 columns at a time.
@@ -382,9 +345,7 @@ void turnBlock(const uint8_t* src, ptrdiff_t stride, int columns, int rows, uint
 }
 
 void columnsBlock(const GaussPlan& plan, const GaussColumnsBlock& block) {
-    if (plan.direct.isPossible)
-        columnsDirect(plan, block);
-    else if (plan.quotient.isSmall)
+    if (plan.quotient.isSmall)
         columnsBySums<SmallSums>(plan, block);
     else
         columnsBySums<LargeSums>(plan, block);
@@ -399,9 +360,7 @@ void linesOf(const GaussPlan& plan, const GaussLinesRun& run) {
 }
 
 void linesRun(const GaussPlan& plan, const GaussLinesRun& run) {
-    if (plan.direct.isPossible)
-        linesDirect(plan, run);
-    else if (plan.quotient.isSmall)
+    if (plan.quotient.isSmall)
         linesOf<SmallSums>(plan, run);
     else
         linesOf<LargeSums>(plan, run);

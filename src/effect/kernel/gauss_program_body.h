@@ -23,10 +23,6 @@ inline U16s inAllWords(int32_t bothHalves) {
     return (U16s)(I32s{} + bothHalves);
 }
 
-inline U16s inAllLanes(int32_t value) {
-    return U16s{} + static_cast<uint16_t>(value);
-}
-
 inline I32s evenOf(U16s words) {
     return (I32s)((U32s)words << 16) >> 16;
 }
@@ -137,67 +133,6 @@ struct SmallSums {
     F32s even;
     F32s odd;
 };
-
-/// The high halves of the products.
-inline U16s highProduct(U16s a, U16s b) {
-#if defined(__AVX2__)
-    return (U16s)_mm256_mulhi_epu16((__m256i)a, (__m256i)b);
-#elif defined(__SSE2__)
-    return (U16s)_mm_mulhi_epu16((__m128i)a, (__m128i)b);
-#else
-    const U32s even = ((U32s)a & 0xFFFFu) * ((U32s)b & 0xFFFFu);
-    const U32s odd = ((U32s)a >> 16) * ((U32s)b >> 16);
-    return (U16s)(even >> 16 | (odd & 0xFFFF0000u));
-#endif
-}
-
-template <int vectors>
-inline const int32_t* addPairs(const int32_t* word, int32_t pairs, const uint16_t* base, int stride, U16s* sums) {
-    for (; pairs > 0; --pairs, word += 3) {
-        const U16s weight = inAllWords(word[0]);
-        const uint16_t* after = placeAt(base, word[1]);
-        const uint16_t* before = placeAt(base, word[2]);
-        for (int i = 0; i < vectors; ++i)
-            sums[i] += (wordsAt(after + i * stride) + wordsAt(before + i * stride)) * weight;
-    }
-    return word;
-}
-
-/// Quotients of sums below 65536.
-inline U16s directQuotient(const GaussDirect& direct, U16s sums) {
-    if (direct.before != 0) sums >>= 1;
-    // The product with a power of two shifts, in half the time of a shift by a variable.
-    return highProduct(highProduct(sums, inAllLanes(direct.multiplier)), inAllLanes(0x10000 >> direct.after));
-}
-
-/// The quotients of a narrow bell for some vectors whose samples lie `stride` words apart.
-template <int vectors>
-inline void runDirect(const GaussDirect& direct, const int32_t* word, const uint16_t* base, int stride,
-                      int32_t emptySum, U16s* quotients) {
-    U16s sums[vectors], even[vectors] = {};
-    const U16s centre = inAllLanes(direct.weights[0]);
-    const uint16_t* at = placeAt(base, word[0]);
-    const int32_t* pairs = word + 3;
-    if (direct.isHalved) {
-        U16s odd[vectors];
-        for (int i = 0; i < vectors; ++i) odd[i] = inAllLanes(emptySum);
-        pairs = addPairs<vectors>(pairs, word[1], base, stride, odd);
-        for (int i = 0; i < vectors; ++i) sums[i] = wordsAt(at + i * stride) * centre + (odd[i] >> 1);
-    } else {
-        for (int i = 0; i < vectors; ++i) sums[i] = wordsAt(at + i * stride) * centre + inAllLanes(emptySum);
-    }
-    addPairs<vectors>(pairs, word[2], base, stride, even);
-    for (int i = 0; i < vectors; ++i) {
-        const U16s sum = sums[i] + even[i];
-        if (!direct.mayWrap) {
-            quotients[i] = directQuotient(direct, sum);
-            continue;
-        }
-        const U16s wraps = (U16s)(sum < even[i]);
-        quotients[i] =
-            directQuotient(direct, sum + (wraps & inAllLanes(direct.remainder))) + (wraps & inAllLanes(direct.wrapped));
-    }
-}
 
 }  // namespace
 }  // namespace QxFontEffect

@@ -1,23 +1,24 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 
-#include "effect/kernel/gauss.h"
-#include "effect/kernel/gauss_columns.h"
-#include "effect/kernel/gauss_kernels.h"
-#include "effect/kernel/gauss_strip.h"
-#include "pixel/plane.h"
+#include "effect/kernel/gauss_job.h"
+#include "effect/kernel/narrow_blur.h"
+#include "effect/kernel/wide_blur.h"
+#include "effect/kernel/wide_rows_blur.h"
 
 namespace QxFontEffect {
 
-/// Both passes of a blur over a plane and its surroundings, columns first.
-struct GaussJob {
-    ConstPlane8 src;  ///< samples outside it count as 0
-    const GaussBell* bell;
-    GaussRange out;         ///< wanted part in the coordinates of src; may reach beyond it
-    GaussRounding columns;  ///< of the vertical pass
-    GaussRounding rows;     ///< of the horizontal pass
+/// The loops of the blurs for one instruction set.
+struct BlurKernels {
+    const NarrowKernels* narrow;
+    const GaussKernels* wide;
 };
+
+/// The fastest of them here.
+BlurKernels blurKernels();
 
 /// Runs a job, a few rows at a time, so that nobody needs memory for the whole result.
 class GaussRows {
@@ -26,46 +27,24 @@ public:
     static int64_t scratchBytes(const GaussJob& job);
 
     /// @param scratch  scratchBytes(job) bytes, used while the object lives, contents undefined before and after.
-    GaussRows(const GaussJob& job, uint8_t* scratch, const GaussKernels& kernels = gaussKernels());
+    GaussRows(const GaussJob& job, uint8_t* scratch, const BlurKernels& kernels = blurKernels());
     GaussRows(const GaussRows&) = delete;
     GaussRows& operator=(const GaussRows&) = delete;
 
-    /// Writes the next kGaussRows rows of the wanted part, or what is left of it, and returns their number: 0 at the
-    /// end.
+    /// The next rows of the wanted part, valid until the next call; none at the end.
+    ConstPlane8 next();
+
+    /// Writes the next rows of the wanted part, columns first: kGaussRows of them, or what is left. Returns their
+    /// number, 0 at the end.
     /// @param dst  as wide as the part, must not overlap source or scratch.
     int next(uint8_t* dst, ptrdiff_t stride);
 
 private:
-    /// What it keeps in scratch.
-    struct Memory {
-        Memory(const GaussJob& job, ScratchCutter& cutter);
-
-        uint8_t* lines;    ///< of mLines
-        uint8_t* columns;  ///< of mColumns
-        uint8_t* strip;    ///< of the vertical pass
-    };
-    static Memory memoryFrom(const GaussJob& job, uint8_t* scratch);
-
-    void makeStrip();
-
-    GaussPlan mPlan;
-    Memory mMemory;
-    int mLeft;       // rows of the part that are not in the strip yet
-    int mStripRows;  // rows in the strip of the vertical pass ...
-    int mTaken;      // ... and how many of them have been blurred
-    int mStride;     // of the strip
-    GaussStrip mLines;
-    GaussColumns mColumns;
+    int mWidth;
+    uint8_t* mStrip;
+    std::optional<NarrowBlur> mNarrow;
+    std::optional<WideBlur> mWide;
+    std::optional<WideRowsBlur> mWideRows;
 };
-
-/// The horizontal pass alone, of a whole plane of rows.
-///
-/// @param src       rows of src.width samples; those left and right of them count as 0.
-/// @param xStart    column of the first sample of dst; it and any other may lie outside the rows.
-/// @param scratch   gaussLinesScratchBytes(...) bytes, as above.
-/// @param dst       as many rows as src, must not overlap it.
-void gaussLinesPlane8(ConstPlane8 src, const GaussPlan& plan, GaussRounding rounding, int xStart, uint8_t* scratch,
-                      Plane8 dst);
-int64_t gaussLinesScratchBytes(const GaussBell& bell, int width, int xStart, int count);
 
 }  // namespace QxFontEffect

@@ -52,15 +52,15 @@ GaussStrip::GaussStrip(const GaussPlan& plan, GaussRounding rounding, const Gaus
       mLayout(layout),
       mMemory(memoryFrom(scratch, plan.bell, layout)) {
     const int64_t reach = int64_t{plan.bell.radius} + 3;
-    const int step = plan.direct.isPossible ? 1 : plan.columnWords();
-    plan.writeProgram({step, {0, kGaussRows, 2 * kGaussRows}, -reach, reach, kNoPlace}, mMemory.program);
+    writeGaussProgram(plan.taps, {plan.columnWords(), {0, kGaussRows, 2 * kGaussRows}, -reach, reach, kNoPlace},
+                      mMemory.program);
     std::fill_n(mMemory.samples, layout.length * plan.columnWords(), uint16_t{0});
     std::memset(mMemory.inked, 0, static_cast<size_t>(layout.blocks));
 }
 
 /// Of the first row.
 uint16_t* GaussStrip::sampleAt(int64_t column) const {
-    return mMemory.samples + (mPlan.direct.isPossible ? column : column * mPlan.columnWords());
+    return mMemory.samples + column * mPlan.columnWords();
 }
 
 void GaussStrip::setBlock(int block, const uint8_t* src, ptrdiff_t stride, int columns, int rows) {
@@ -68,17 +68,10 @@ void GaussStrip::setBlock(int block, const uint8_t* src, ptrdiff_t stride, int c
     mMemory.inked[block] = src != nullptr ? 1 : 0;
     if (src == nullptr && !wasInked) return;
     uint16_t* place = sampleAt(mLayout.origin + int64_t{block} * kGaussBlock);
-    if (!mPlan.direct.isPossible) {
-        if (src != nullptr)
-            mPlan.kernels->turn(src, stride, columns, rows, place, mPlan.columnWords());
-        else
-            std::fill_n(place, kGaussBlock * mPlan.columnWords(), uint16_t{0});
-        return;
-    }
     if (src != nullptr)
-        mPlan.kernels->widen(src, stride, columns, rows, 0, GaussTaps::kSamples, place, mLayout.length);
+        mPlan.kernels->turn(src, stride, columns, rows, place, mPlan.columnWords());
     else
-        for (int y = 0; y < kGaussRows; ++y) std::fill_n(place + y * mLayout.length, kGaussBlock, uint16_t{0});
+        std::fill_n(place, kGaussBlock * mPlan.columnWords(), uint16_t{0});
 }
 
 int GaussStrip::findRuns() {
@@ -110,9 +103,8 @@ void GaussStrip::blur(Plane8 dst) {
         blank(done, run.start);
         // A run that follows a blank block starts from nothing.
         const bool isFirst = run.start == 0;
-        mPlan.kernels->lines(mPlan,
-                             {mMemory.program, sampleAt(mLayout.start + run.start), mLayout.length, run.end - run.start,
-                              dst.height, mEmptySum, isFirst, dst.data + run.start, dst.stride});
+        mPlan.kernels->lines(mPlan, {mMemory.program, sampleAt(mLayout.start + run.start), run.end - run.start,
+                                     dst.height, mEmptySum, isFirst, dst.data + run.start, dst.stride});
         done = run.end;
     }
     blank(done, mLayout.count);

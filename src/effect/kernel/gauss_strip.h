@@ -60,7 +60,7 @@ private:
     struct Memory {
         Memory(const GaussBell& bell, const GaussStripLayout& layout, ScratchCutter& cutter);
 
-        uint16_t* samples;  ///< layout.length columns, for narrow bells kGaussRows rows as long
+        uint16_t* samples;  ///< layout.length columns
         int32_t* program;
         Run* runs;
         uint8_t* inked;  ///< a flag per block

@@ -58,11 +58,6 @@ GaussTaps makeGaussTaps(const GaussBell& bell);
 /// Flat:
 ///
 ///     sums, differences, then for each of both: factor, place, place
-///
-/// Narrow bells are summed afresh for every output instead, which is cheaper than to carry sums along when there are
-/// few taps:
-///
-///     place of the centre, odd pairs, even pairs, then for each pair: weight, place, place
 struct GaussProgram {
     /// 32-bit words that a program for a bell fills at most.
     static int maxWords(const GaussBell& bell) { return 3 + 5 * (bell.boxCount + kSpareTaps); }
@@ -84,33 +79,5 @@ constexpr int64_t kNoPlace = INT32_MIN;
 
 /// Writes the program for one position and returns its length in words.
 int writeGaussProgram(const GaussTaps& taps, const GaussPlaces& places, int32_t* program);
-
-/// How a narrow bell is summed and divided in 16 bits.
-///
-/// The weight sum is even. Where 255 times it does not fit, half of the sum is divided by half of the weight sum: the
-/// pairs of odd weight are summed apart and halved afterwards, the even weights are halved before. Half of the sum may
-/// still pass 65535, once, and only when the even pairs are added: then 65536, which is `wrapped` divisors and
-/// `remainder`, is missing.
-struct GaussDirect {
-    static constexpr int kMaxRadius = 6;
-
-    bool isPossible;
-    bool isHalved;
-    bool mayWrap;
-    int32_t radius;
-    int32_t weights[kMaxRadius + 1];  ///< of the centre, then of the pairs
-    bool isOdd[kMaxRadius + 1];       ///< which of them are in the sum that is halved afterwards
-    // q = (n >> before) * multiplier >> 16 >> after, checked for all sums
-    int32_t before;
-    int32_t multiplier;
-    int32_t after;  ///< above 0
-    int32_t wrapped;
-    int32_t remainder;
-};
-
-GaussDirect makeGaussDirect(const GaussBell& bell);
-
-/// The same for a narrow bell.
-int writeGaussDirectProgram(const GaussDirect& direct, const GaussPlaces& places, int32_t* program);
 
 }  // namespace QxFontEffect

@@ -14,7 +14,8 @@ inline kernel::Words colorsOf(const uint8_t* grey, const uint32_t* colors) {
     return pixels;
 }
 
-void blendRampBlock(const uint8_t* grey, const uint32_t* colors, uint8_t* dst) {
+/// Inlined whatever its size: a call for every block costs more than most blocks.
+__attribute__((always_inline)) inline void blendRampBlock(const uint8_t* grey, const uint32_t* colors, uint8_t* dst) {
     if (kernel::masksAllZero(grey) || kernel::pixelsAllOpaque(dst)) return;
     if (kernel::pixelsAllZero(dst)) {
         for (int i = 0; i < kernel::kBlock; ++i) std::memcpy(dst + 4 * i, colors + grey[i], 4);

@@ -9,8 +9,8 @@ namespace QxFontEffect {
 /// Coverage only opens or shuts a pixel: a faint edge pixel receives the full shadow, which keeps the dark rim
 /// unbroken along anti-aliased edges.
 ///
-/// @param coverage  `count` samples, must not overlap the row.
-/// @param row       `count` samples, changed in place.
-void complementWhereInked(const uint8_t* coverage, int count, uint8_t* row);
+/// @param coverage  `count` samples, like the others.
+/// @param shadow    must not overlap them.
+void complementWhereInked(const uint8_t* coverage, const uint8_t* blurred, int count, uint8_t* shadow);
 
 }  // namespace QxFontEffect

@@ -99,9 +99,9 @@ TEST(GaussBlurPlane, FlatStaysFlatAndABlurIsSymmetric) {
 }
 
 /// Every table of loops that this machine can run.
-std::vector<const GaussKernels*> kernelsHere() {
-    std::vector<const GaussKernels*> kernels = {&gaussKernelsPortable()};
-    if (gaussKernelsAvx2() != nullptr) kernels.push_back(gaussKernelsAvx2());
+std::vector<BlurKernels> kernelsHere() {
+    std::vector<BlurKernels> kernels = {{&narrowKernelsPortable(), &gaussKernelsPortable()}};
+    if (gaussKernelsAvx2() != nullptr) kernels.push_back({narrowKernelsAvx2(), gaussKernelsAvx2()});
     return kernels;
 }
 
@@ -124,14 +124,14 @@ TEST(GaussRows, PartsBeyondThePlaneInBothRoundings) {
         const GaussJob job = {src.view(), &bell, out, rounding(columnsUp), rounding(rowsUp)};
         const GuardedPlane8 want = plainBlur(src.view(), test::reference::bell(radius, static_cast<float>(peak)), out,
                                              true, columnsUp, rowsUp);
-        for (const GaussKernels* kernels : kernelsHere()) {
+        for (const BlurKernels& kernels : kernelsHere()) {
             std::vector<uint8_t> scratch = scratchOf(GaussRows::scratchBytes(job));
-            GaussRows rows(job, scratch.data(), *kernels);
+            GaussRows rows(job, scratch.data(), kernels);
             GuardedPlane8 got(want.width(), want.height(), 1);
             int taken = 0;
             while (const int count = rows.next(got.view().row(taken), got.view().stride)) taken += count;
             EXPECT_EQ(taken, want.height());
-            EXPECT_SAME_PLANE(want, got, "case", i, "radius", radius, "peak", peak, kernels->name);
+            EXPECT_SAME_PLANE(want, got, "case", i, "radius", radius, "peak", peak, kernels.wide->name);
         }
     }
 }
@@ -152,12 +152,12 @@ TEST(GaussRows, WordsAndLinesInBlankSurroundings) {
         const GaussJob job = {std::as_const(src).view(), &bell, all, rounding(i % 2 != 0), rounding(i % 3 == 0)};
         const GuardedPlane8 want = plainBlur(std::as_const(src).view(), test::reference::bell(radius, 100.0f), all,
                                              true, i % 2 != 0, i % 3 == 0);
-        for (const GaussKernels* kernels : kernelsHere()) {
+        for (const BlurKernels& kernels : kernelsHere()) {
             std::vector<uint8_t> scratch = scratchOf(GaussRows::scratchBytes(job));
-            GaussRows rows(job, scratch.data(), *kernels);
+            GaussRows rows(job, scratch.data(), kernels);
             GuardedPlane8 got(want.width(), want.height(), 1);
             for (int taken = 0; const int count = rows.next(got.view().row(taken), got.view().stride);) taken += count;
-            EXPECT_SAME_PLANE(want, got, "case", i, "radius", radius, kernels->name);
+            EXPECT_SAME_PLANE(want, got, "case", i, "radius", radius, kernels.wide->name);
         }
     }
 }
@@ -180,13 +180,13 @@ TEST(GaussRows, InkThatEndsWithAStripLeavesNothingBehind) {
             const GaussJob job = {ink.view(), &bell, out, GaussRounding::Down, GaussRounding::Down};
             const GuardedPlane8 want = plainBlur(
                 ink.view(), test::reference::bell(radius, static_cast<float>(kSoftPeak)), out, true, false, false);
-            for (const GaussKernels* kernels : kernelsHere()) {
+            for (const BlurKernels& kernels : kernelsHere()) {
                 std::vector<uint8_t> scratch = scratchOf(GaussRows::scratchBytes(job));
-                GaussRows rows(job, scratch.data(), *kernels);
+                GaussRows rows(job, scratch.data(), kernels);
                 GuardedPlane8 got(want.width(), want.height(), 1);
                 int taken = 0;
                 while (const int count = rows.next(got.view().row(taken), got.view().stride)) taken += count;
-                EXPECT_SAME_PLANE(want, got, "radius", radius, "strip", strip, kernels->name);
+                EXPECT_SAME_PLANE(want, got, "radius", radius, "strip", strip, kernels.wide->name);
             }
         }
 }
@@ -207,12 +207,12 @@ TEST(GaussLines, HorizontalPassAloneInBothRoundings) {
                         total += bell.at(d) * src.at(xStart + x + d, y);
                 want.at(x, y) = static_cast<uint8_t>(total / bell.sum);
             }
-        for (const GaussKernels* kernels : kernelsHere()) {
-            const GaussPlan plan = makeGaussPlan(makeGaussBell(radius, kSoftPeak), *kernels);
+        for (const BlurKernels& kernels : kernelsHere()) {
+            const GaussPlan plan = makeGaussPlan(makeGaussBell(radius, kSoftPeak), *kernels.wide);
             std::vector<uint8_t> scratch =
                 scratchOf(gaussLinesScratchBytes(plan.bell, src.width(), xStart, want.width()));
             gaussLinesPlane8(src.view(), plan, rounding(up != 0), xStart, scratch.data(), got.view());
-            EXPECT_SAME_PLANE(want, got, "case", i, "radius", radius, kernels->name);
+            EXPECT_SAME_PLANE(want, got, "case", i, "radius", radius, kernels.wide->name);
         }
     }
 }
@@ -231,24 +231,30 @@ TEST(GaussQuotient, DividesEverySumOfEveryRadius) {
         }
 }
 
-TEST(GaussDirect, DividesEverySumOfTheNarrowBells) {
-    bool used[3] = {};
+TEST(NarrowBell, DividesEverySum) {
+    int wholes = 0, halves = 0, wrapping = 0;
     for (const int peak : {kSoftPeak, kGlowPeak})
-        for (int radius = 0; radius <= GaussDirect::kMaxRadius; ++radius) {
+        for (int radius = 0; radius <= NarrowBell::kMaxRadius; ++radius) {
             const GaussBell bell = makeGaussBell(radius, peak);
-            const GaussDirect direct = makeGaussDirect(bell);
-            if (!direct.isPossible) continue;
-            used[direct.isHalved + direct.mayWrap] = true;
-            for (int32_t total = 0; total < 256 * bell.sum; ++total) {
-                const int32_t n = direct.isHalved ? total / 2 : total;
+            const int index = narrowBellOf(bell);
+            if (index < 0) continue;
+            const NarrowBell narrow = makeNarrowBell(index);
+            ASSERT_EQ(narrow.sum, bell.sum);
+            const bool isHalved = radius > NarrowBell::kMaxWholeRadius;
+            for (int total = 0; total < 256 * bell.sum; ++total) {
+                const int n = isHalved ? total / 2 : total;
                 const bool wraps = n > 65535;
-                ASSERT_LE(wraps, direct.mayWrap);
-                const int32_t rest = wraps ? n - 65536 + direct.remainder : n;
-                const int64_t quotient = (rest >> direct.before) * int64_t{direct.multiplier} >> 16 >> direct.after;
-                ASSERT_EQ(quotient + (wraps ? direct.wrapped : 0), total / bell.sum) << radius << " " << total;
+                ASSERT_LE(wraps, narrow.mayWrap);
+                const int rest = wraps ? n - 65536 + narrow.remainder : n;
+                ASSERT_LE(rest, 65535);
+                ASSERT_EQ(narrowQuotient(narrow, rest) + (wraps ? narrow.wrapped : 0), total / bell.sum)
+                    << radius << " " << total;
             }
+            ++(narrow.mayWrap ? wrapping : isHalved ? halves : wholes);
         }
-    EXPECT_TRUE(used[0] && used[1] && used[2]);
+    // All but those of radius 0 and 10 with the higher peak.
+    EXPECT_EQ(wholes + halves + wrapping, kNarrowBells - 2);
+    EXPECT_TRUE(wholes > 0 && halves > 0 && wrapping > 0) << wholes << " " << halves << " " << wrapping;
 }
 
 TEST(GaussTaps, EverySplitIsTheBell) {
