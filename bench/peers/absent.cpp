@@ -21,10 +21,10 @@ Step outerShadow(CoreScene&, const QxShadowProperty&) {
 Step innerShadow(CoreScene&, const QxShadowProperty&) {
     return {};
 }
-Step outerGlow(CoreScene&, const QxGlowProperty&) {
+Step outerGlow(CoreScene&, const QxGlowProperty&, GlowColors) {
     return {};
 }
-Step innerGlow(CoreScene&, const QxGlowProperty&) {
+Step innerGlow(CoreScene&, const QxGlowProperty&, GlowColors) {
     return {};
 }
 Step stroke(CoreScene&, const QxStrokeProperty&) {

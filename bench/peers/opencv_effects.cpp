@@ -92,34 +92,47 @@ void makeColors(const QxGlowProperty& property, uint32_t* colors) {
     }
 }
 
-void paintGlow(CoreScene& scene, const QxGlowProperty& property, const cv::Mat& soft, int x, int y) {
-    uint32_t colors[256];
-    makeColors(property, colors);
-    // A loop of one's own is faster than cv::LUT, which wants the grey four times a pixel.
-    cv::Mat painted(soft.rows, soft.cols, CV_8UC4);
-    for (int row = 0; row < soft.rows; ++row) {
-        const uint8_t* grey = soft.ptr<uint8_t>(row);
-        uint32_t* out = painted.ptr<uint32_t>(row);
-        for (int column = 0; column < soft.cols; ++column) out[column] = colors[grey[column]];
-    }
-    const Image from = pictureOf(painted.ptr<uint32_t>(0), painted.cols, painted.rows, painted.cols);
-    compose(PIXMAN_OP_OVER_REVERSE, from, nullptr, pictureOf(scene.output), x, y, painted.cols, painted.rows);
+void beneath(CoreScene& scene, const Image& colored, const cv::Mat& soft, int x, int y) {
+    compose(PIXMAN_OP_OVER_REVERSE, colored, nullptr, pictureOf(scene.output), x, y, soft.cols, soft.rows);
+}
+
+/// Colours looked up by cv::LUT, which wants the grey as often as a colour has channels.
+void paintByTable(CoreScene& scene, const QxGlowProperty& property, const cv::Mat& soft, int x, int y) {
+    cv::Mat table(1, 256, CV_8UC4), grey, painted;
+    makeColors(property, table.ptr<uint32_t>(0));
+    const cv::Mat channels[] = {soft, soft, soft, soft};
+    cv::merge(channels, 4, grey);
+    cv::LUT(grey, table, painted);
+    beneath(scene, pictureOf(painted.ptr<uint32_t>(0), painted.cols, painted.rows, painted.cols), soft, x, y);
+}
+
+/// The grey as a picture with a palette: pixman looks the colours up where it needs them.
+void paintByPalette(CoreScene& scene, const QxGlowProperty& property, const cv::Mat& soft, int x, int y) {
+    pixman_indexed_t palette{};
+    makeColors(property, palette.rgba);
+    const Image indexed = indexedOf({soft.data, soft.cols, soft.rows, static_cast<ptrdiff_t>(soft.step)}, palette);
+    beneath(scene, indexed, soft, x, y);
+}
+
+void paintGlow(GlowColors by, CoreScene& scene, const QxGlowProperty& property, const cv::Mat& soft, int x, int y) {
+    (by == GlowColors::Table ? paintByTable : paintByPalette)(scene, property, soft, x, y);
 }
 
 }  // namespace
 
-Step outerGlow(CoreScene& scene, const QxGlowProperty& property) {
-    return [&] {
+Step outerGlow(CoreScene& scene, const QxGlowProperty& property, GlowColors by) {
+    return [&, by] {
         const GlowSizes sizes(property.size);
         const int margin = sizes.passes + sizes.radius;
-        cv::Mat soft;
-        blurWithBell(grown(padded(matOf(scene.ink()), margin), sizes.passes), sizes.radius, kGlowPeak, soft);
-        paintGlow(scene, property, soft, scene.rect.left - margin, scene.rect.top - margin);
+        const cv::Mat ink = padded(matOf(scene.ink()), margin);
+        cv::Mat soft = newPlane(ink.cols, ink.rows);
+        blurWithBell(grown(ink, sizes.passes), sizes.radius, kGlowPeak, soft);
+        paintGlow(by, scene, property, soft, scene.rect.left - margin, scene.rect.top - margin);
     };
 }
 
-Step innerGlow(CoreScene& scene, const QxGlowProperty& property) {
-    return [&] {
+Step innerGlow(CoreScene& scene, const QxGlowProperty& property, GlowColors by) {
+    return [&, by] {
         const GlowSizes sizes(property.size);
         const cv::Mat ink = matOf(scene.ink());
         const int margin = sizes.passes + sizes.radius;
@@ -127,10 +140,10 @@ Step innerGlow(CoreScene& scene, const QxGlowProperty& property) {
         cv::Mat middle = around(cv::Rect(margin, margin, ink.cols, ink.rows));
         cv::bitwise_not(ink, middle);
         const cv::Mat blank = grown(around, sizes.passes);
-        cv::Mat soft;
+        cv::Mat soft = newPlane(ink.cols, ink.rows);
         blurWithBell(blank(cv::Rect(margin, margin, ink.cols, ink.rows)), sizes.radius, kGlowPeak, soft);
         cv::bitwise_not(soft, soft);
-        paintGlow(scene, property, soft, scene.rect.left, scene.rect.top);
+        paintGlow(by, scene, property, soft, scene.rect.left, scene.rect.top);
     };
 }
 

@@ -28,8 +28,11 @@ Step distances(QxFontEffect::ConstPlane8 ink, int radius, QxFontEffect::PlaneF m
 
 Step outerShadow(CoreScene& scene, const QxFontEffect::QxShadowProperty& property);
 Step innerShadow(CoreScene& scene, const QxFontEffect::QxShadowProperty& property);
-Step outerGlow(CoreScene& scene, const QxFontEffect::QxGlowProperty& property);
-Step innerGlow(CoreScene& scene, const QxFontEffect::QxGlowProperty& property);
+/// What looks the colours of a glow up: cv::LUT, or pixman by the palette of an indexed picture, which is faster.
+enum class GlowColors { Table, Palette };
+
+Step outerGlow(CoreScene& scene, const QxFontEffect::QxGlowProperty& property, GlowColors by);
+Step innerGlow(CoreScene& scene, const QxFontEffect::QxGlowProperty& property, GlowColors by);
 Step stroke(CoreScene& scene, const QxFontEffect::QxStrokeProperty& property);
 /// The smooth technique.
 Step bevel(CoreScene& scene, const QxFontEffect::QxBevelProperty& property);

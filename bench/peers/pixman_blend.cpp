@@ -41,6 +41,14 @@ Image maskOf(ConstPlane8 plane) {
         pixman_image_create_bits_no_clear(PIXMAN_a8, plane.width, plane.height, bits, static_cast<int>(plane.stride)));
 }
 
+Image indexedOf(ConstPlane8 plane, const pixman_indexed_t& palette) {
+    uint32_t* const bits = reinterpret_cast<uint32_t*>(const_cast<uint8_t*>(plane.data));
+    Image image = checked(
+        pixman_image_create_bits_no_clear(PIXMAN_c8, plane.width, plane.height, bits, static_cast<int>(plane.stride)));
+    pixman_image_set_indexed(image.get(), &palette);
+    return image;
+}
+
 Image solidOf(uint32_t color) {
     const uint32_t c = exchanged(color);
     const pixman_color_t wide = {widened(c >> 16 & 255), widened(c >> 8 & 255), widened(c & 255), widened(c >> 24)};

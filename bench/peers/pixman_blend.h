@@ -21,6 +21,9 @@ Image pictureOf(const QxFontEffect::QxBitmap& bitmap);
 /// Coverage. Pixman wants rows that begin at multiples of 4 bytes.
 Image maskOf(QxFontEffect::ConstPlane8 plane);
 
+/// Places in a palette, which is used as long as the image. Rows as for coverage.
+Image indexedOf(QxFontEffect::ConstPlane8 plane, const pixman_indexed_t& palette);
+
 /// A premultiplied library colour, red and blue exchanged.
 Image solidOf(uint32_t color);
 
