@@ -12,14 +12,14 @@ DiscDilation::DiscDilation(const DiscPlan& plan, const DilateArea& area, const D
       mKernels(kernels),
       mInkMargin(2 * mShape.maxBlocks + 1),
       mInkStride(mShape.spanBlocks + 2 * mInkMargin + 1),
-      mRing(Scratch<uint8_t>::zeroed(mShape.ringRows, mShape.tables * mShape.tableStride)),
+      mRing(Scratch<uint8_t>::zeroed(mShape.ringRows, mShape.rowStride)),
       mInk(mShape.ringRows, mInkStride),
       mInkInReach(mInkStride),
       mInked(2 * int64_t{mShape.ringRows}),
       mRows(2 * int64_t{mShape.rows}) {}
 
 uint8_t* DiscDilation::samplesIn(int slot) {
-    return mRing.data() + mShape.tableStride * mShape.tables * slot + mShape.margin;
+    return mRing.data() + mShape.rowStride * slot + mShape.tableAt[0];
 }
 
 uint32_t* DiscDilation::inkIn(int slot) {
@@ -43,7 +43,7 @@ void DiscDilation::start(int64_t x0, int64_t x1, int64_t y0) {
 
 void DiscDilation::fillSamples(int row, uint8_t* samples) const {
     const int left = static_cast<int>(std::max<int64_t>(-mSpanLeft, 0));
-    std::memset(samples, 0, static_cast<size_t>(mSpan) + static_cast<size_t>(mShape.margin));
+    std::memset(samples, 0, static_cast<size_t>(mSpan) + static_cast<size_t>(mShape.zerosBehind(0)));
     if (mArea.complement && left < mSpan) std::memset(samples + left, 255, static_cast<size_t>(mSpan - left));
     const int inkRow = row - mArea.inkY;
     if (inkRow < 0 || inkRow >= mArea.ink.height) return;
@@ -69,10 +69,10 @@ void DiscDilation::enterRow(int row) {
 
     for (int table = 1; table < mShape.tables; ++table) {
         const int step = mShape.covered[table - 1], covered = mShape.covered[table];
-        uint8_t* from = samples + (table - 1) * mShape.tableStride;
-        uint8_t* to = from + mShape.tableStride;
+        const uint8_t* from = samples + mShape.tableFrom(table - 1);
+        uint8_t* to = samples + mShape.tableFrom(table);
         mKernels.runMaxima(from - covered, step, covered / step, mSpan + covered, to - covered);
-        std::memset(to + mSpan, 0, static_cast<size_t>(mShape.margin));
+        std::memset(to + mSpan, 0, static_cast<size_t>(mShape.zerosBehind(table)));
     }
 }
 

@@ -24,13 +24,22 @@ DiscPlan::DiscPlan(float radius, int areaWidth, int areaHeight, const DilateRang
     if (*this) makeRows(radius);
 }
 
+/// In front of a table's column 0 are zeros, which are those behind the table before it as well, and the maxima that
+/// begin to the left of it.
 void DiscPlan::layOut(Shape& shape, int areaWidth, int64_t tileWidth) {
-    shape.margin = kDilateBlock + shape.covered[shape.tables - 1];
     shape.tileWidth = static_cast<int>(tileWidth);
     // One block more than the area has, because blocks are counted from the tile on.
     const int64_t seen = tileWidth / kDilateBlock + 2 * int64_t{shape.maxBlocks};
     shape.spanBlocks = static_cast<int>(std::min(blocksOf(areaWidth) + 1, seen));
-    shape.tableStride = int64_t{shape.spanBlocks} * kDilateBlock + 2 * int64_t{shape.margin};
+    int64_t at = 0;
+    for (int table = 0; table < shape.tables; ++table) {
+        const int covered = shape.covered[table];
+        at += wholeBlocks(std::max(covered + std::max(kDilateBlock, covered), shape.nextCovered(table)));
+        shape.tableAt[table] = at;
+        at += int64_t{shape.spanBlocks} * kDilateBlock;
+    }
+    // An odd number of blocks, so that the same column of all rows is spread over the whole cache.
+    shape.rowStride = ((at / kDilateBlock + 1) | 1) * kDilateBlock;
 }
 
 /// Maxima over the largest power of two within the widest run cover the disc's wide rows with two loads each. A quarter
@@ -58,8 +67,8 @@ DiscPlan::Shape DiscPlan::shapeOf(float radius, int areaWidth, int areaHeight, c
     const int64_t width = wholeBlocks(out.x1 - out.x0);
     layOut(shape, areaWidth, width);
     if (shape.ringBytes() <= budget) return shape;
-    const int64_t perRow =
-        budget / (int64_t{shape.ringRows} * shape.tables) - 2 * int64_t{shape.margin} - 2 * int64_t{shape.maxDx};
+    const int64_t zeros = shape.rowStride - shape.tableBytes();
+    const int64_t perRow = (budget / shape.ringRows - zeros) / shape.tables - 2 * int64_t{shape.maxDx};
     layOut(shape, areaWidth, std::clamp(perRow / kDilateBlock * kDilateBlock, std::min(kLeastTile, width), width));
     return shape;
 }
@@ -101,7 +110,7 @@ void DiscPlan::makeRows(float radius) {
             const int table = tableFor(2 * run - 1);
             disc.covered = mShape.covered[table];
             disc.last = run - disc.covered;
-            disc.table = table * mShape.tableStride;
+            disc.table = mShape.tableFrom(table);
         }
         disc.taps = tap;
         for (int i = 0; i < disc.tapCount; ++i) *tap++ = {run + i, 255 - discCell(radius, row, run + i)};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "base/Scratch.h"
@@ -51,11 +52,15 @@ private:
         int spanBlocks;  // source blocks that a tile sees, at most
         int ringRows;    // source rows that an output row sees, at most
         int tables;
-        int covered[3];  // samples behind the maxima of each table; the first holds the samples themselves
-        int margin;      // zeros on both sides of a table
-        int64_t tableStride;
+        int covered[3];      // samples behind the maxima of each table; the first holds the samples themselves
+        int64_t tableAt[3];  // place of column 0 in a source row
+        int64_t rowStride;
 
-        int64_t ringBytes() const { return int64_t{ringRows} * tables * tableStride; }
+        int64_t ringBytes() const { return ringRows * rowStride; }
+        int64_t tableBytes() const { return int64_t{tables} * spanBlocks * kDilateBlock; }
+        int64_t tableFrom(int table) const { return tableAt[table] - tableAt[0]; }
+        int nextCovered(int table) const { return table + 1 < tables ? covered[table + 1] : 0; }
+        int zerosBehind(int table) const { return std::max(kDilateBlock, nextCovered(table)); }
     };
 
     static Shape shapeOf(float radius, int areaWidth, int areaHeight, const DilateRange& out, int64_t budget);

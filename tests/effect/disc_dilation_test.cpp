@@ -44,57 +44,87 @@ GuardedPlane8 dilated(const DilateArea& area, float radius, const DilateRange& r
     return part;
 }
 
+/// The part `range` of a whole result.
+GuardedPlane8 partOf(const std::vector<uint8_t>& whole, const DilateArea& area, int reach, const DilateRange& range) {
+    GuardedPlane8 part(static_cast<int>(range.x1 - range.x0), static_cast<int>(range.y1 - range.y0));
+    const int64_t stride = area.width + 2 * reach;
+    for (int y = 0; y < part.height(); ++y)
+        for (int x = 0; x < part.width(); ++x)
+            part.at(x, y) = whole[static_cast<size_t>((range.y0 + y + reach) * stride + range.x0 + x + reach)];
+    return part;
+}
+
+DilateRange wholeRange(const DilateArea& area, int reach) {
+    return {-reach, -reach, area.width + reach, area.height + reach};
+}
+
+DilateRange randomRange(Rng& rng, const DilateArea& area, int reach) {
+    DilateRange range = wholeRange(area, reach);
+    if (rng.oneIn(2)) return range;
+    range.x0 = rng.between(-reach, area.width - 1);
+    range.x1 = rng.between(static_cast<int>(range.x0) + 1, area.width + reach);
+    range.y0 = rng.between(-reach, area.height - 1);
+    range.y1 = rng.between(static_cast<int>(range.y0) + 1, area.height + reach);
+    return range;
+}
+
+/// Compares a random part with the plain loops, on every path, in one tile and in narrow ones. Returns the most tiles.
+int comparePart(Rng& rng, const GuardedPlane8& ink, const DilateArea& area, float radius, int number) {
+    const int reach = discReach(radius);
+    const DilateRange range = randomRange(rng, area, reach);
+    const GuardedPlane8 want = partOf(wholeResult(ink, area, radius), area, reach, range);
+    int mostTiles = 0;
+    for (const DilateKernels* kernels : kernelsHere())
+        for (const int64_t budget : {int64_t{1000000}, int64_t{1}}) {
+            int tiles = 0;
+            const GuardedPlane8 got = dilated(area, radius, range, budget, *kernels, &tiles);
+            mostTiles = std::max(mostTiles, tiles);
+            EXPECT_TRUE(test::samePlane(want, got, kernels->name, "number", number, "radius", radius, "budget", budget,
+                                        "complement", area.complement));
+        }
+    return mostTiles;
+}
+
 TEST(DiscDilation, EveryPartOnEveryPathEqualsThePlainLoops) {
     Rng rng(1);
     int mostTiles = 0;
     for (int width = 1; width <= 67; ++width)
         for (int round = 0; round < 4; ++round) {
             const float radius = round == 0 ? static_cast<float>(width % 13) : 30.0f * rng.unit() * rng.unit();
-            const int reach = discReach(radius), height = rng.between(1, 24);
+            const int height = rng.between(1, 24);
             const GuardedPlane8 ink =
                 rng.oneIn(3) ? test::randomPlane8(rng, width, height) : textLike(rng, width, height);
             const DilateArea area{ink.view(), rng.between(0, 3), rng.between(0, 3), width + rng.between(0, 200),
                                   height + 4, rng.oneIn(2)};
-            DilateRange range{-reach, -reach, area.width + reach, area.height + reach};
-            const std::vector<uint8_t> whole = wholeResult(ink, area, radius);
-            const int64_t stride = range.x1 - range.x0;
-            if (rng.oneIn(2)) {
-                range.x0 = rng.between(-reach, area.width - 1);
-                range.x1 = rng.between(static_cast<int>(range.x0) + 1, area.width + reach);
-                range.y0 = rng.between(-reach, area.height - 1);
-                range.y1 = rng.between(static_cast<int>(range.y0) + 1, area.height + reach);
-            }
-            GuardedPlane8 want(static_cast<int>(range.x1 - range.x0), static_cast<int>(range.y1 - range.y0));
-            for (int y = 0; y < want.height(); ++y)
-                for (int x = 0; x < want.width(); ++x)
-                    want.at(x, y) = whole[static_cast<size_t>((range.y0 + y + reach) * stride + range.x0 + x + reach)];
-
-            for (const DilateKernels* kernels : kernelsHere())
-                for (const int64_t budget : {int64_t{1000000}, int64_t{1}}) {
-                    int tiles = 0;
-                    const GuardedPlane8 got = dilated(area, radius, range, budget, *kernels, &tiles);
-                    mostTiles = std::max(mostTiles, tiles);
-                    ASSERT_TRUE(test::samePlane(want, got, kernels->name, "width", width, "round", round, "radius",
-                                                radius, "budget", budget));
-                }
+            mostTiles = std::max(mostTiles, comparePart(rng, ink, area, radius, 4 * width + round));
+            ASSERT_FALSE(HasFailure());
         }
     EXPECT_GE(mostTiles, 2);
 }
 
+/// Compares all of a result.
+void compareWhole(const GuardedPlane8& ink, float radius) {
+    const DilateArea area{ink.view(), 1, 1, ink.width() + 2, ink.height() + 2, false};
+    const int reach = discReach(radius);
+    const DilateRange range = wholeRange(area, reach);
+    const GuardedPlane8 want = partOf(wholeResult(ink, area, radius), area, reach, range);
+    for (const DilateKernels* kernels : kernelsHere())
+        for (const int64_t budget : {int64_t{1000000}, int64_t{1}}) {
+            int tiles = 0;
+            const GuardedPlane8 got = dilated(area, radius, range, budget, *kernels, &tiles);
+            ASSERT_TRUE(test::samePlane(want, got, kernels->name, "radius", radius, "budget", budget));
+        }
+}
+
 TEST(DiscDilation, LargeDiscsEqualThePlainLoops) {
     Rng rng(2);
-    for (const float radius : {33.0f, 49.5f, 64.0f, 77.3f, 100.0f}) {
-        const GuardedPlane8 ink = textLike(rng, 70, 40);
-        const DilateArea area{ink.view(), 1, 1, 72, 42, false};
-        const int reach = discReach(radius);
-        const DilateRange range{-reach, -reach, 72 + reach, 42 + reach};
-        const std::vector<uint8_t> whole = wholeResult(ink, area, radius);
-        for (const DilateKernels* kernels : kernelsHere()) {
-            int tiles = 0;
-            const GuardedPlane8 got = dilated(area, radius, range, 1000000, *kernels, &tiles);
-            const ConstPlane8 want{whole.data(), got.width(), got.height(), got.width()};
-            ASSERT_TRUE(test::samePlane(want, got.view(), kernels->name, "radius", radius));
-        }
+    for (const float radius : {33.0f, 49.5f, 64.0f, 77.3f, 100.0f}) compareWhole(textLike(rng, 70, 40), radius);
+    // Spans that take all the room there is, and maxima over more samples than the area has columns.
+    compareWhole(textLike(rng, 300, 9), 64.0f);
+    for (const float radius : {127.0f, 256.0f}) {
+        GuardedPlane8 dots(radius < 200.0f ? 126 : 20, 3);
+        dots.at(3, 1) = dots.at(18, 2) = 200;
+        compareWhole(dots, radius);
     }
 }
 
