@@ -10,8 +10,8 @@ DiscDilation::DiscDilation(const DiscPlan& plan, const DilateArea& area, const D
       mShape(plan.mShape),
       mArea(area),
       mKernels(kernels),
-      mInkMargin(2 * mShape.maxBlocks + 1),
-      mInkStride(mShape.spanBlocks + 2 * mInkMargin + 1),
+      mInkMargin(kUnitsInBlock * (2 * mShape.maxBlocks + 1)),
+      mInkStride(kUnitsInBlock * mShape.spanBlocks + 2 * mInkMargin + 1),
       mRing(Scratch<uint8_t>::zeroed(mShape.ringRows, mShape.rowStride)),
       mInk(mShape.ringRows, mInkStride),
       mInkInReach(mInkStride),
@@ -61,9 +61,10 @@ void DiscDilation::enterRow(int row) {
 
     uint32_t* inkBefore = inkIn(slot);
     std::fill_n(inkBefore - mInkMargin, mInkMargin, 0u);
-    mKernels.countInk(samples, mBlocks, inkBefore);
-    std::fill_n(inkBefore + mBlocks, mInkStride - mInkMargin - mBlocks, inkBefore[mBlocks]);
-    if (inkBefore[mBlocks] == 0) return;
+    const int units = kUnitsInBlock * mBlocks;
+    mKernels.countInk(samples, units, inkBefore);
+    std::fill_n(inkBefore + units, mInkStride - mInkMargin - units, inkBefore[units]);
+    if (inkBefore[units] == 0) return;
     addInked(row, {samples, inkBefore});
     countInk(slot, 1);
 
@@ -126,7 +127,7 @@ DilatedPart DiscDilation::nextRow(const uint8_t* limit, uint8_t* dst) {
     listRows(line);
     line.inkBefore = mInkInReach.data() + mInkMargin;
     line.reach = mShape.maxDx;
-    line.inkBlocks = mShape.maxBlocks;
+    line.inkUnits = inkUnitsOf(mShape.maxDx);
     line.width = mSpan;
     line.firstBlock = mFirstBlock;
     line.blockCount = static_cast<int>(blocksOf(mColumns));

@@ -58,7 +58,7 @@ private:
     const DiscPlan::Shape& mShape;
     DilateArea mArea;
     const DilateKernels& mKernels;
-    int mInkMargin;  // blocks beside the span that the ink counts are kept for
+    int mInkMargin;  // units beside the span that the ink counts are kept for
     int mInkStride;
     int mColumns = 0;
     int64_t mY = 0;                  // of the next row
@@ -69,7 +69,7 @@ private:
     int mInkedBegin = 0, mInkedEnd = 0;
     int mInkedBelow = 0;  // first inked row below the output row
     Scratch<uint8_t> mRing;
-    Scratch<uint32_t> mInk;         // for each ring row: inked blocks left of a block
+    Scratch<uint32_t> mInk;         // for each ring row: inked units left of a unit
     Scratch<uint32_t> mInkInReach;  // the same summed over the rows in reach
     Scratch<InkedRow> mInked;       // those of the ring, from the top, at mInkedBegin..mInkedEnd - 1
     Scratch<DilateRow> mRows;

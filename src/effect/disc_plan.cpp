@@ -88,14 +88,8 @@ int64_t DiscPlan::findRuns(float radius) {
     for (int row = 0; row < mShape.rows; ++row) {
         while (run > 0 && discCell(radius, row, run - 1) != 255) --run;
         while (end > 0 && discCell(radius, row, end - 1) == 0) --end;
-        mRows[static_cast<size_t>(row)] = {1 - run,
-                                           run,
-                                           0,
-                                           0,
-                                           nullptr,
-                                           end - run,
-                                           static_cast<int32_t>(blocksOf(run - 1)),
-                                           static_cast<int32_t>(blocksOf(end - 1))};
+        mRows[static_cast<size_t>(row)] = {
+            1 - run, run, 0, 0, nullptr, end - run, inkUnitsOf(run - 1), inkUnitsOf(end - 1)};
         taps += end - run;
     }
     return taps;

@@ -25,6 +25,11 @@ inline int64_t wholeBlocks(int64_t columns) {
     return blocksOf(columns) * kDilateBlock;
 }
 
+/// Units that hold so many columns.
+inline int inkUnitsOf(int columns) {
+    return (columns + kInkUnit - 1) / kInkUnit;
+}
+
 /// A disc made ready for an area and the wanted part of the result: its rows as runs and rims, without the cells that
 /// are too far out to connect the two.
 ///

@@ -15,7 +15,11 @@ namespace QxFontEffect {
 /// Samples and outputs are counted in blocks of kDilateBlock, both from the same column on.
 constexpr int kDilateBlock = 64;
 
-/// A source row: its samples under column 0, and for each block the inked blocks left of it. Samples are 0 and readable
+/// Columns for which it is known whether a source row has ink in them.
+constexpr int kInkUnit = 32;
+constexpr int kUnitsInBlock = kDilateBlock / kInkUnit;
+
+/// A source row: its samples under column 0, and for each unit the inked units left of it. Samples are 0 and readable
 /// for a block's width and a maximum's beside the span; ink counts are readable as far as the disc reaches beyond the
 /// output, which may lie beside the span.
 struct DilateSource {
@@ -38,8 +42,8 @@ struct DiscRow {
     ptrdiff_t table;  ///< from a source row's samples to the maxima
     const DiscTap* taps;
     int32_t tapCount;
-    int32_t runBlocks;  ///< to the run's end, rounded up
-    int32_t rimBlocks;  ///< to the last tap, rounded up
+    int32_t runUnits;  ///< to the run's end, rounded up
+    int32_t rimUnits;  ///< to the last tap, rounded up
 };
 
 /// A row of the disc, and the source rows above and below the output row that it is laid on; null for one that has no
@@ -56,7 +60,7 @@ struct DilateLine {
     int rowCount;
     const uint32_t* inkBefore;  ///< of all source rows together
     int reach;                  ///< columns that the whole disc reaches to each side
-    int inkBlocks;              ///< the same in blocks, rounded up
+    int inkUnits;               ///< the same in units, rounded up
     int width;                  ///< of the span
     int firstBlock;             ///< of the output
     int blockCount;
@@ -78,7 +82,7 @@ struct DilateKernels {
     /// to[i] = from[i], or 255 - from[i] for the complement.
     void (*copy)(const uint8_t* from, int count, bool complement, uint8_t* to);
 
-    /// inkBefore[i] = blocks among the first i that have a sample above 0, i = 0 .. count.
+    /// inkBefore[i] = units among the first i that have a sample above 0, i = 0 .. count.
     void (*countInk)(const uint8_t* samples, int count, uint32_t* inkBefore);
 
     /// to[i] = maximum of from[i + k * step], k = 0 .. parts - 1. `count` is rounded up to blocks; reads and writes

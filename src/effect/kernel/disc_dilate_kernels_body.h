@@ -67,8 +67,8 @@ void copy(const uint8_t* from, int count, bool complement, uint8_t* to) {
 
 void countInk(const uint8_t* samples, int count, uint32_t* inkBefore) {
     inkBefore[0] = 0;
-    for (int block = 0; block < count; ++block)
-        inkBefore[block + 1] = inkBefore[block] + !isBlank(loadBlock(samples + ptrdiff_t{block} * kDilateBlock));
+    for (int unit = 0; unit < count; ++unit)
+        inkBefore[unit + 1] = inkBefore[unit] + !isBlank(loadSamples<kInkUnit>(samples + ptrdiff_t{unit} * kInkUnit));
 }
 
 void runMaxima(const uint8_t* from, int step, int parts, int count, uint8_t* to) {
@@ -85,7 +85,7 @@ void runMaxima(const uint8_t* from, int step, int parts, int count, uint8_t* to)
 /// there instead of beyond. Blocks within the span read where they are told to.
 template <bool kInside>
 struct Place {
-    int block;
+    int unit, units;
     int x;
     int width;
 
@@ -114,12 +114,15 @@ inline void raiseByTaps(Samples<kSamples>& s, const Place<kInside>& place, const
     }
 }
 
-inline bool hasInk(const uint32_t* inkBefore, int block, int blocks) {
-    return inkBefore[block + blocks + 1] != inkBefore[block - blocks];
+/// Whether there is ink in the place's columns or in as many units to the left or right of them.
+template <bool kInside>
+inline bool hasInk(const uint32_t* inkBefore, const Place<kInside>& place, int units) {
+    return inkBefore[place.unit + place.units + units] != inkBefore[place.unit - units];
 }
 
-inline bool seesInk(const DilateSource* source, int block, int blocks) {
-    return source != nullptr && hasInk(source->inkBefore, block, blocks);
+template <bool kInside>
+inline bool seesInk(const DilateSource* source, const Place<kInside>& place, int units) {
+    return source != nullptr && hasInk(source->inkBefore, place, units);
 }
 
 /// Joins the rims of all rows.
@@ -127,8 +130,8 @@ template <int kSamples, bool kInside>
 inline void gatherRims(const DilateLine& line, const Place<kInside>& place, Samples<kSamples>& s) {
     for (int i = 0; i < line.rowCount; ++i) {
         const DilateRow& row = line.rows[i];
-        const bool above = seesInk(row.above, place.block, row.disc->rimBlocks);
-        const bool below = seesInk(row.below, place.block, row.disc->rimBlocks);
+        const bool above = seesInk(row.above, place, row.disc->rimUnits);
+        const bool below = seesInk(row.below, place, row.disc->rimUnits);
         if (above)
             raiseByTaps(s, place, row.above->samples, below ? row.below->samples : nullptr, *row.disc);
         else if (below)
@@ -139,7 +142,7 @@ inline void gatherRims(const DilateLine& line, const Place<kInside>& place, Samp
 /// Raises by the run of one row.
 template <bool kInside>
 inline void raiseByRun(Block& s, const Place<kInside>& place, const DilateSource* source, const DiscRow& disc) {
-    if (!seesInk(source, place.block, disc.runBlocks)) return;
+    if (!seesInk(source, place, disc.runUnits)) return;
     const uint8_t* maxima = source->samples + disc.table;
     raise(s, place.template load<kDilateBlock>(maxima, disc.last, disc.covered));
     for (int dx = disc.first; dx < disc.last; dx += disc.covered)
@@ -162,28 +165,38 @@ inline Block gatherRuns(const DilateLine& line, const Place<kInside>& place, con
     return samples;
 }
 
+/// Whether the half at a place is still to be raised.
+template <bool kInside>
+inline bool isOpen(const DilateLine& line, const Place<kInside>& place, const uint8_t* samples, const uint8_t* goal) {
+    return hasInk(line.inkBefore, place, line.inkUnits) &&
+           !reaches(loadSamples<kHalf>(samples), loadSamples<kHalf>(goal));
+}
+
+template <int kSamples, bool kInside>
+void gatherRimsAt(const DilateLine& line, const Place<kInside>& place, uint8_t* out) {
+    Samples<kSamples> samples = loadSamples<kSamples>(out);
+    gatherRims(line, place, samples);
+    storeSamples(samples, out);
+}
+
 /// Runs first: most blocks are full or nearly so after them, and the rims are needed for the halves that are not.
 template <bool kInside>
-void gatherBlock(const DilateLine& line, Place<kInside> place, const Block& goal, uint8_t* out) {
-    Block samples = gatherRuns(line, place, goal);
-    storeSamples(samples, out);
+void gatherBlock(const DilateLine& line, const Place<kInside>& place, const Block& goal, uint8_t* out) {
+    storeSamples(gatherRuns(line, place, goal), out);
 
     uint8_t goals[kDilateBlock];
     storeSamples(goal, goals);
-    Half left = loadSamples<kHalf>(out), right = loadSamples<kHalf>(out + kHalf);
-    const bool leftOpen = !reaches(left, loadSamples<kHalf>(goals));
-    const bool rightOpen = !reaches(right, loadSamples<kHalf>(goals + kHalf));
-    if (leftOpen && rightOpen) {
-        gatherRims(line, place, samples);
-        storeSamples(samples, out);
-    } else if (leftOpen) {
-        gatherRims(line, place, left);
-        storeSamples(left, out);
-    } else if (rightOpen) {
-        place.x += kHalf;
-        gatherRims(line, place, right);
-        storeSamples(right, out + kHalf);
-    }
+    constexpr int kUnits = kHalf / kInkUnit;
+    const Place<kInside> left{place.unit, kUnits, place.x, place.width};
+    const Place<kInside> right{place.unit + kUnits, kUnits, place.x + kHalf, place.width};
+    const bool leftOpen = isOpen(line, left, out, goals);
+    const bool rightOpen = isOpen(line, right, out + kHalf, goals + kHalf);
+    if (leftOpen && rightOpen)
+        gatherRimsAt<kDilateBlock>(line, place, out);
+    else if (leftOpen)
+        gatherRimsAt<kHalf>(line, left, out);
+    else if (rightOpen)
+        gatherRimsAt<kHalf>(line, right, out + kHalf);
 }
 
 DilatedPart gather(const DilateLine& line, uint8_t* out) {
@@ -191,17 +204,17 @@ DilatedPart gather(const DilateLine& line, uint8_t* out) {
     for (U8s& v : full.v) v = ~U8s{};
     DilatedPart part{0, 0};
     for (int i = 0; i < line.blockCount; ++i, out += kDilateBlock) {
-        const int block = line.firstBlock + i;
+        const int x = (line.firstBlock + i) * kDilateBlock;
+        const Place<true> place{x / kInkUnit, kUnitsInBlock, x, line.width};
         const Block goal = line.limit == nullptr ? full : loadBlock(line.limit + i * kDilateBlock);
-        if (isBlank(goal) || !hasInk(line.inkBefore, block, line.inkBlocks)) {
+        if (isBlank(goal) || !hasInk(line.inkBefore, place, line.inkUnits)) {
             storeSamples(Block{}, out);
             continue;
         }
-        const int x = block * kDilateBlock;
         if (x >= line.reach && x + kDilateBlock + line.reach <= line.width)
-            gatherBlock(line, Place<true>{block, x, line.width}, goal, out);
+            gatherBlock(line, place, goal, out);
         else
-            gatherBlock(line, Place<false>{block, x, line.width}, goal, out);
+            gatherBlock(line, Place<false>{place.unit, place.units, x, line.width}, goal, out);
         if (line.limit != nullptr) storeSamples(lesserOf(loadBlock(out), goal), out);
         if (part.end == 0) part.begin = i * kDilateBlock;
         part.end = (i + 1) * kDilateBlock;
