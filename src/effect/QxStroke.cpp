@@ -99,8 +99,9 @@ public:
     DilatedPart nextRow(uint8_t* dst) {
         if (!mLimited) return mSpread.nextRow(nullptr, dst);
         // One grows out of the glyphs, the other into them: the band is what they have in common.
-        mSpread.nextRow(nullptr, mBetween.data());
-        return mLimited->nextRow(mBetween.data(), dst);
+        const DilatedPart outer = mSpread.nextRow(nullptr, mBetween.data());
+        const DilatedPart inner = mLimited->nextRow(mBetween.data(), dst);
+        return {std::max(outer.begin, inner.begin), std::min(outer.end, inner.end)};
     }
 
 private:

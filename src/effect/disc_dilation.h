@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "base/Scratch.h"
+#include "effect/disc_dilation_extents.h"
 #include "effect/disc_plan.h"
 #include "effect/kernel/disc_dilate_kernels.h"
 #include "pixel/plane.h"
@@ -25,7 +26,7 @@ class DiscDilation {
 public:
     DiscDilation(const DiscPlan& plan, const DilateArea& area, const DilateKernels& kernels = dilateKernels());
 
-    explicit operator bool() const { return mRing && mInk && mInkInReach && mInked && mRows; }
+    explicit operator bool() const { return mRing && mInk && mInkInReach && mInked && mRows && mExtents && mOpen; }
 
     /// Begins a tile of at most `tileWidth` columns from x0 on, above output row y0.
     void start(int64_t x0, int64_t x1, int64_t y0);
@@ -46,10 +47,16 @@ private:
     };
 
     void enterRow(int row);
+    void noteCovers(int row, const InkExtent& extent);
     void addInked(int row, const DilateSource& source);
     void leaveRow(int row);
     void countInk(int slot, uint32_t sign);
-    void listRows(DilateLine& line);
+    SolidLine solidLine(int64_t y) const;
+    void listRows(int64_t row, bool openOnly, DilateLine& line);
+    void gatherOpen(int64_t y, const SolidResult& joined, const uint8_t* limit, uint8_t* dst);
+    const InkedRow& firstInked() const { return mInked[static_cast<size_t>(mInkedBegin)]; }
+    const InkedRow& lastInked() const { return mInked[static_cast<size_t>(mInkedEnd - 1)]; }
+    bool isOpen(const InkedRow& row) const { return mOpen[static_cast<size_t>(row.row - firstInked().row)] != 0; }
     uint8_t* samplesIn(int slot);
     uint32_t* inkIn(int slot);
     void fillSamples(int row, uint8_t* samples) const;
@@ -73,6 +80,10 @@ private:
     Scratch<uint32_t> mInkInReach;  // the same summed over the rows in reach
     Scratch<InkedRow> mInked;       // those of the ring, from the top, at mInkedBegin..mInkedEnd - 1
     Scratch<DilateRow> mRows;
+    InkExtents mExtents;
+    InkExtent mLastEntered = kBlankExtent;
+    Scratch<int32_t> mOpen;  // for the rows from the first inked one in reach on: whether they are to be gathered
+    int mPivot = 0;          // see SolidLine
 };
 
 }  // namespace QxFontEffect

@@ -20,8 +20,14 @@ bool canDilate(int areaWidth, int areaHeight, const DilateRange& out) {
 }
 
 DiscPlan::DiscPlan(float radius, int areaWidth, int areaHeight, const DilateRange& out, int64_t budget)
-    : mShape(shapeOf(radius, areaWidth, areaHeight, out, budget)), mRows(mShape.rows), mTaps(findRuns(radius)) {
-    if (*this) makeRows(radius);
+    : mShape(shapeOf(radius, areaWidth, areaHeight, out, budget)),
+      mRows(mShape.rows),
+      mSides(mRows ? sidesStride() : -1, 2),
+      mTaps(findRuns(radius)),
+      mEdges(edgeCells()) {
+    if (!*this) return;
+    makeRows(radius);
+    listSides();
 }
 
 /// In front of a table's column 0 are zeros, which are those behind the table before it as well, and the maxima that
@@ -89,14 +95,23 @@ int64_t DiscPlan::findRuns(float radius) {
         while (run > 0 && discCell(radius, row, run - 1) != 255) --run;
         while (end > 0 && discCell(radius, row, end - 1) == 0) --end;
         mRows[static_cast<size_t>(row)] = {
-            1 - run, run, 0, 0, nullptr, end - run, inkUnitsOf(run - 1), inkUnitsOf(end - 1)};
+            1 - run, run, 0, 0, nullptr, end - run, nullptr, nullptr, inkUnitsOf(run - 1), inkUnitsOf(end - 1)};
         taps += end - run;
     }
     return taps;
 }
 
+int64_t DiscPlan::edgeCells() const {
+    if (!mRows) return -1;
+    int64_t cells = 0;
+    for (int row = 0; row < mShape.rows; ++row)
+        cells += 2 * (int64_t{mRows[static_cast<size_t>(row)].tapCount} + 2 * kEdgeMargin);
+    return cells;
+}
+
 void DiscPlan::makeRows(float radius) {
     DiscTap* tap = mTaps.data();
+    uint8_t* edges = mEdges.data();
     for (int row = 0; row < mShape.rows; ++row) {
         DiscRow& disc = mRows[static_cast<size_t>(row)];
         const int run = disc.last;
@@ -108,6 +123,33 @@ void DiscPlan::makeRows(float radius) {
         }
         disc.taps = tap;
         for (int i = 0; i < disc.tapCount; ++i) *tap++ = {run + i, 255 - discCell(radius, row, run + i)};
+        if (run == 0) continue;
+        makeEdges(disc, edges);
+        edges += 2 * (disc.tapCount + 2 * kEdgeMargin);
+    }
+}
+
+/// A rim between blank cells and full ones, and its mirror image.
+void DiscPlan::makeEdges(DiscRow& disc, uint8_t* cells) {
+    uint8_t* cell = cells;
+    cell = std::fill_n(cell, kEdgeMargin, uint8_t{0});
+    for (int i = disc.tapCount; i-- > 0;) *cell++ = static_cast<uint8_t>(255 - disc.taps[i].loss);
+    cell = std::fill_n(cell, kEdgeMargin, uint8_t{255});
+    std::reverse_copy(cells, cell, cell);
+    disc.leftEdge = cells;
+    disc.rightEdge = cell;
+}
+
+void DiscPlan::listSides() {
+    const int64_t stride = sidesStride(), centre = mShape.rows - 1;
+    int32_t* runs = mSides.data();
+    int32_t* reaches = runs + stride;
+    std::fill_n(runs, 2 * stride, -kBeyondColumns);
+    for (int64_t row = 0; row <= centre; ++row) {
+        const DiscRow& disc = mRows[static_cast<size_t>(row)];
+        if (disc.covered != 0) runs[centre - row] = runs[centre + row] = -disc.first;
+        const int cells = disc.tapCount - disc.first;
+        if (cells >= 0) reaches[centre - row] = reaches[centre + row] = cells;
     }
 }
 

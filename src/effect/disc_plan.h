@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "base/Scratch.h"
-#include "effect/kernel/disc_dilate_kernels.h"
+#include "effect/kernel/disc_dilate_solid.h"
 
 namespace QxFontEffect {
 
@@ -41,7 +41,7 @@ public:
     DiscPlan(float radius, int areaWidth, int areaHeight, const DilateRange& out, int64_t budget);
 
     /// False where there is no disc, no memory, or no part.
-    explicit operator bool() const { return mRows && mTaps; }
+    explicit operator bool() const { return mRows && mSides && mTaps && mEdges; }
 
     /// A multiple of kDilateBlock.
     int tileWidth() const { return mShape.tileWidth; }
@@ -71,13 +71,19 @@ private:
     static Shape shapeOf(float radius, int areaWidth, int areaHeight, const DilateRange& out, int64_t budget);
     static void chooseTables(Shape& shape);
     static void layOut(Shape& shape, int areaWidth, int64_t tileWidth);
+    int64_t sidesStride() const { return 2 * int64_t{mShape.rows} - 1 + kRowsTogether - 1; }
     int64_t findRuns(float radius);
+    int64_t edgeCells() const;
     void makeRows(float radius);
+    static void makeEdges(DiscRow& disc, uint8_t* cells);
+    void listSides();
     int tableFor(int length) const;
 
     const Shape mShape;
     Scratch<DiscRow> mRows;
+    Scratch<int32_t> mSides;  // of the whole disc's rows from the topmost on, see SolidLine: run, then reach
     Scratch<DiscTap> mTaps;
+    Scratch<uint8_t> mEdges;  // both edges of each row
 };
 
 }  // namespace QxFontEffect

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "effect/dilation_cases.h"
@@ -102,6 +103,38 @@ TEST(DiscDilation, EveryPartOnEveryPathEqualsThePlainLoops) {
     EXPECT_GE(mostTiles, 2);
 }
 
+/// Stems and bowls with soft edges: rows that resemble their neighbours, with gaps and edges of all widths.
+GuardedPlane8 lettersLike(Rng& rng, int width, int height) {
+    GuardedPlane8 plane(width, height);
+    for (int shapes = rng.between(1, 6); shapes > 0; --shapes) {
+        const float halfWidth = 1.0f + 12.0f * rng.unit(), halfHeight = 1.0f + 15.0f * rng.unit();
+        const float x0 = static_cast<float>(width) * rng.unit(), y0 = static_cast<float>(height) * rng.unit();
+        const float soft = rng.oneIn(3) ? 10.0f * rng.unit() : 1.0f;
+        const bool round = rng.oneIn(2);
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x) {
+                const float u = std::abs(static_cast<float>(x) - x0) / halfWidth;
+                const float v = std::abs(static_cast<float>(y) - y0) / halfHeight;
+                const float outside = ((round ? std::hypot(u, v) : std::max(u, v)) - 1.0f) * halfWidth;
+                const float cover = std::clamp(1.0f - outside / std::max(soft, 0.1f), 0.0f, 1.0f);
+                plane.at(x, y) = std::max(plane.at(x, y), static_cast<uint8_t>(255.0f * cover));
+            }
+    }
+    return plane;
+}
+
+TEST(DiscDilation, RowsThatWideDiscsFillEqualThePlainLoops) {
+    Rng rng(4);
+    for (int number = 0; number < 60; ++number) {
+        const int width = rng.between(20, 110), height = rng.between(2, 40);
+        const GuardedPlane8 ink = lettersLike(rng, width, height);
+        const DilateArea area{ink.view(), rng.between(0, 3), rng.between(0, 3), width + rng.between(4, 60),
+                              height + 4, rng.oneIn(4)};
+        comparePart(rng, ink, area, 8.0f + 32.0f * rng.unit(), number);
+        ASSERT_FALSE(HasFailure());
+    }
+}
+
 /// Compares all of a result.
 void compareWhole(const GuardedPlane8& ink, float radius) {
     const DilateArea area{ink.view(), 1, 1, ink.width() + 2, ink.height() + 2, false};
@@ -114,6 +147,23 @@ void compareWhole(const GuardedPlane8& ink, float radius) {
             const GuardedPlane8 got = dilated(area, radius, range, budget, *kernels, &tiles);
             ASSERT_TRUE(test::samePlane(want, got, kernels->name, "radius", radius, "budget", budget));
         }
+}
+
+TEST(DiscDilation, RowsWithUnevenEndsEqualThePlainLoops) {
+    for (const bool right : {false, true}) {
+        GuardedPlane8 ink(90, 1);
+        for (int x = 5; x < 85; ++x) ink.at(x, 0) = 255;
+        // The further sample is the higher one: it counts as far as it reaches, and no further.
+        ink.at(right ? 85 : 4, 0) = 10;
+        ink.at(right ? 87 : 2, 0) = 200;
+        for (const float radius : {7.0f, 8.0f, 12.3f}) compareWhole(ink, radius);
+    }
+}
+
+TEST(DiscDilation, RowsThatFillDifferentPartsLeaveTheGapBetweenThem) {
+    GuardedPlane8 ink(300, 8);
+    for (int x = 0; x < 60; ++x) ink.at(x, 0) = ink.at(x + 110, 3) = ink.at(x + 220, 5) = 255;
+    for (const float radius : {12.0f, 24.5f}) compareWhole(ink, radius);
 }
 
 TEST(DiscDilation, LargeDiscsEqualThePlainLoops) {

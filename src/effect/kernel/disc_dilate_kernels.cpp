@@ -1,5 +1,6 @@
 #include "effect/kernel/disc_dilate_kernels_body.h"
 #include "effect/kernel/disc_dilate_small_body.h"
+#include "effect/kernel/disc_dilate_solid_body.h"
 #include "pixel/kernel/cpu.h"
 
 namespace QxFontEffect {
@@ -7,7 +8,8 @@ namespace QxFontEffect {
 extern const DilateKernels* const kDilateKernelsForAvx2;
 
 const DilateKernels& dilateKernelsPortable() {
-    static constexpr DilateKernels kKernels = {"portable", copy, countInk, runMaxima, gather, markSmall, gatherSmall};
+    static constexpr DilateKernels kKernels = {"portable", copy,  measureInk, runMaxima,  joinSolid,
+                                               gather,     lower, markSmall,  gatherSmall};
     return kKernels;
 }
 

@@ -42,8 +42,10 @@ struct DiscRow {
     ptrdiff_t table;  ///< from a source row's samples to the maxima
     const DiscTap* taps;
     int32_t tapCount;
-    int32_t runUnits;  ///< to the run's end, rounded up
-    int32_t rimUnits;  ///< to the last tap, rounded up
+    const uint8_t* leftEdge;   ///< weights from kEdgeMargin columns before the rim to as many behind it
+    const uint8_t* rightEdge;  ///< the same of the right-hand rim; both null without a run
+    int32_t runUnits;          ///< to the run's end, rounded up
+    int32_t rimUnits;          ///< to the last tap, rounded up
 };
 
 /// A row of the disc, and the source rows above and below the output row that it is laid on; null for one that has no
@@ -54,10 +56,17 @@ struct DilateRow {
     const DiscRow* disc;
 };
 
+/// A part of a row of output, in its columns; empty where begin == end.
+struct DilatedPart {
+    int begin;
+    int end;
+};
+
 /// One row of output.
 struct DilateLine {
     const DilateRow* rows;  ///< nearest source rows first
     int rowCount;
+    DilatedPart full;           ///< of the output, 255 already
     const uint32_t* inkBefore;  ///< of all source rows together
     int reach;                  ///< columns that the whole disc reaches to each side
     int inkUnits;               ///< the same in units, rounded up
@@ -67,12 +76,9 @@ struct DilateLine {
     const uint8_t* limit;  ///< null, or what the output is limited to; no work is spent where it is 0
 };
 
-/// The part of a row that is not known to be blank, in columns of the row; empty where begin == end.
-struct DilatedPart {
-    int begin;
-    int end;
-};
-
+struct InkExtent;
+struct SolidLine;
+struct SolidResult;
 struct SmallLine;
 enum class SmallSource;
 
@@ -82,15 +88,24 @@ struct DilateKernels {
     /// to[i] = from[i], or 255 - from[i] for the complement.
     void (*copy)(const uint8_t* from, int count, bool complement, uint8_t* to);
 
-    /// inkBefore[i] = units among the first i that have a sample above 0, i = 0 .. count.
-    void (*countInk)(const uint8_t* samples, int count, uint32_t* inkBefore);
+    /// inkBefore[i] = units among the first i that have a sample above 0, for all of `count` blocks and one more.
+    /// @param widestGap  rows with a longer gap are never solid.
+    void (*measureInk)(const uint8_t* samples, int count, int widestGap, uint32_t* inkBefore, InkExtent* extent);
 
     /// to[i] = maximum of from[i + k * step], k = 0 .. parts - 1. `count` is rounded up to blocks; reads and writes
     /// that much.
     void (*runMaxima)(const uint8_t* from, int step, int parts, int count, uint8_t* to);
 
-    /// Writes `blockCount` blocks.
-    DilatedPart (*gather)(const DilateLine& line, uint8_t* out);
+    /// Writes a row of output as far as solid rows make it; see disc_dilate_solid.h.
+    /// @param open  for each row: not 0 where it has to be gathered; room for kRowsTogether - 1 more. Not written
+    ///              where nothing is solid.
+    SolidResult (*joinSolid)(const SolidLine& line, int32_t* open, uint8_t* out);
+
+    /// Raises `blockCount` blocks by the rows of the line, up to its limit at least.
+    void (*gather)(const DilateLine& line, uint8_t* out);
+
+    /// Lowers samples to the limit. `count` is rounded up to blocks.
+    void (*lower)(const uint8_t* limit, int count, uint8_t* samples);
 
     /// The marks of the units of a source row; see disc_dilate_small.h.
     void (*markSmall)(SmallSource source, const uint8_t* samples, const uint8_t* inside, int units, int reach,

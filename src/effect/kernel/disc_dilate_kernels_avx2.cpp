@@ -6,12 +6,14 @@
 
 #include "effect/kernel/disc_dilate_kernels_body.h"
 #include "effect/kernel/disc_dilate_small_body.h"
+#include "effect/kernel/disc_dilate_solid_body.h"
 
 namespace QxFontEffect {
 
 extern const DilateKernels* const kDilateKernelsForAvx2;
 
-static constexpr DilateKernels kKernels = {"avx2", copy, countInk, runMaxima, gather, markSmall, gatherSmall};
+static constexpr DilateKernels kKernels = {"avx2", copy,  measureInk, runMaxima,  joinSolid,
+                                           gather, lower, markSmall,  gatherSmall};
 const DilateKernels* const kDilateKernelsForAvx2 = &kKernels;
 
 }  // namespace QxFontEffect

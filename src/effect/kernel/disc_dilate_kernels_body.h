@@ -65,12 +65,6 @@ void copy(const uint8_t* from, int count, bool complement, uint8_t* to) {
     for (int i = 0; i < count; ++i) to[i] = static_cast<uint8_t>(from[i] ^ flip);
 }
 
-void countInk(const uint8_t* samples, int count, uint32_t* inkBefore) {
-    inkBefore[0] = 0;
-    for (int unit = 0; unit < count; ++unit)
-        inkBefore[unit + 1] = inkBefore[unit] + !isBlank(loadSamples<kInkUnit>(samples + ptrdiff_t{unit} * kInkUnit));
-}
-
 void runMaxima(const uint8_t* from, int step, int parts, int count, uint8_t* to) {
     for (int x = 0; x < count; x += kDilateBlock) {
         Block block = loadBlock(from + x);
@@ -149,11 +143,10 @@ inline void raiseByRun(Block& s, const Place<kInside>& place, const DilateSource
         raise(s, place.template load<kDilateBlock>(maxima, dx, disc.covered));
 }
 
-/// Joins the runs of all rows, or as many as it takes to reach the goal.
+/// Joins the runs of all rows to what is there, or as many as it takes to reach the goal.
 template <bool kInside>
-inline Block gatherRuns(const DilateLine& line, const Place<kInside>& place, const Block& goal) {
+inline void gatherRuns(const DilateLine& line, const Place<kInside>& place, const Block& goal, Block& samples) {
     constexpr int kRowsBetweenChecks = 4;
-    Block samples{};
     for (int i = 0; i < line.rowCount; ++i) {
         const DilateRow& row = line.rows[i];
         if (row.disc->covered != 0) {
@@ -162,7 +155,6 @@ inline Block gatherRuns(const DilateLine& line, const Place<kInside>& place, con
         }
         if (i % kRowsBetweenChecks == 0 && reaches(samples, goal)) break;
     }
-    return samples;
 }
 
 /// Whether the half at a place is still to be raised.
@@ -182,7 +174,9 @@ void gatherRimsAt(const DilateLine& line, const Place<kInside>& place, uint8_t* 
 /// Runs first: most blocks are full or nearly so after them, and the rims are needed for the halves that are not.
 template <bool kInside>
 void gatherBlock(const DilateLine& line, const Place<kInside>& place, const Block& goal, uint8_t* out) {
-    storeSamples(gatherRuns(line, place, goal), out);
+    Block samples = loadBlock(out);
+    gatherRuns(line, place, goal, samples);
+    storeSamples(samples, out);
 
     uint8_t goals[kDilateBlock];
     storeSamples(goal, goals);
@@ -199,27 +193,25 @@ void gatherBlock(const DilateLine& line, const Place<kInside>& place, const Bloc
         gatherRimsAt<kHalf>(line, right, out + kHalf);
 }
 
-DilatedPart gather(const DilateLine& line, uint8_t* out) {
+void gather(const DilateLine& line, uint8_t* out) {
     Block full;
     for (U8s& v : full.v) v = ~U8s{};
-    DilatedPart part{0, 0};
     for (int i = 0; i < line.blockCount; ++i, out += kDilateBlock) {
+        if (i * kDilateBlock >= line.full.begin && (i + 1) * kDilateBlock <= line.full.end) continue;
         const int x = (line.firstBlock + i) * kDilateBlock;
         const Place<true> place{x / kInkUnit, kUnitsInBlock, x, line.width};
         const Block goal = line.limit == nullptr ? full : loadBlock(line.limit + i * kDilateBlock);
-        if (isBlank(goal) || !hasInk(line.inkBefore, place, line.inkUnits)) {
-            storeSamples(Block{}, out);
-            continue;
-        }
+        if (isBlank(goal) || !hasInk(line.inkBefore, place, line.inkUnits)) continue;
         if (x >= line.reach && x + kDilateBlock + line.reach <= line.width)
             gatherBlock(line, place, goal, out);
         else
             gatherBlock(line, Place<false>{place.unit, place.units, x, line.width}, goal, out);
-        if (line.limit != nullptr) storeSamples(lesserOf(loadBlock(out), goal), out);
-        if (part.end == 0) part.begin = i * kDilateBlock;
-        part.end = (i + 1) * kDilateBlock;
     }
-    return part;
+}
+
+void lower(const uint8_t* limit, int count, uint8_t* samples) {
+    for (int x = 0; x < count; x += kDilateBlock)
+        storeSamples(lesserOf(loadBlock(limit + x), loadBlock(samples + x)), samples + x);
 }
 
 }  // namespace
