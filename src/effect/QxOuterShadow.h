@@ -20,8 +20,8 @@ public:
     int getBottomOffset() override;
 
     QxOuterShadowProperty* property;  ///< own copy, null until set
-    int32_t dx;  ///< shift in pixels, right positive
-    int32_t dy;  ///< shift in pixels, down positive
+    int32_t dx;                       ///< shift in pixels, right positive
+    int32_t dy;                       ///< shift in pixels, down positive
 };
 
 }  // namespace QxFontEffect

@@ -105,7 +105,7 @@ int64_t DiscPlan::edgeCells() const {
     if (!mRows) return -1;
     int64_t cells = 0;
     for (int row = 0; row < mShape.rows; ++row)
-        cells += 2 * (int64_t{mRows[static_cast<size_t>(row)].tapCount} + 2 * kEdgeMargin);
+        cells += 2 * (int64_t{mRows[static_cast<size_t>(row)].tapCount} + int64_t{2} * kEdgeMargin);
     return cells;
 }
 
@@ -125,7 +125,7 @@ void DiscPlan::makeRows(float radius) {
         for (int i = 0; i < disc.tapCount; ++i) *tap++ = {run + i, 255 - discCell(radius, row, run + i)};
         if (run == 0) continue;
         makeEdges(disc, edges);
-        edges += 2 * (disc.tapCount + 2 * kEdgeMargin);
+        edges += 2 * (ptrdiff_t{disc.tapCount} + ptrdiff_t{2} * kEdgeMargin);
     }
 }
 

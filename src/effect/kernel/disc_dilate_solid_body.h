@@ -75,7 +75,7 @@ void measureInk(const uint8_t* samples, int count, int widestGap, uint32_t* inkB
 /// The least lane.
 inline int leastOf(I32s v) {
     using Lanes4 = int32_t __attribute__((vector_size(16)));
-    Lanes4 parts[sizeof v / sizeof(Lanes4)];
+    Lanes4 parts[kVectorBytes / sizeof(Lanes4)];
     __builtin_memcpy(parts, &v, sizeof v);
     Lanes4 all = parts[0];
     for (const Lanes4& part : parts) all = all < part ? all : part;

@@ -21,11 +21,11 @@ inline int32_t emptySumOf(GaussRounding rounding, int32_t weightSum) {
 
 /// Both passes of a blur over a plane and its surroundings.
 struct GaussJob {
-    ConstPlane8 src;  ///< samples outside it count as 0
-    const GaussBell* bell;
-    GaussRange out;         ///< wanted part in the coordinates of src; may reach beyond it
-    GaussRounding columns;  ///< of the vertical pass
-    GaussRounding rows;     ///< of the horizontal pass
+    ConstPlane8 src = {};  ///< samples outside it count as 0
+    const GaussBell* bell = nullptr;
+    GaussRange out = {};                          ///< wanted part in the coordinates of src; may reach beyond it
+    GaussRounding columns = GaussRounding::Down;  ///< of the vertical pass
+    GaussRounding rows = GaussRounding::Down;     ///< of the horizontal pass
     GaussOrder order = GaussOrder::ColumnsFirst;
 };
 
