@@ -121,6 +121,7 @@ void NarrowBlur::readRows(int rows) {
     uint8_t* to = mMemory.source;
     for (int row = 0; row < rows; ++row, ++mEntering, to += stride) {
         const size_t columns = static_cast<size_t>(mTo - mFrom);
+        if (columns == 0) continue;
         if (mEntering >= 0 && mEntering < mSrc.height)
             std::memcpy(to + mPlace, mSrc.row(static_cast<int>(mEntering)) + mFrom, columns);
         else

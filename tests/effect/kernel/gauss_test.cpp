@@ -191,6 +191,21 @@ TEST(GaussRows, WordsAndLinesInBlankSurroundings) {
     }
 }
 
+// Narrow bells know by the columns where there is ink, 8 by 8 and 512 in a word: they reach from one into the next.
+TEST(GaussRows, InkOnEitherSideOfTheColumnsThatAWordCounts) {
+    Rng rng(kSeed + 8);
+    for (int radius = 1; radius <= NarrowBell::kMaxRadius; ++radius)
+        for (int column = 484; column < 508; ++column) {
+            GuardedPlane8 src(540, 3);
+            for (int y = 0; y < 3; ++y) src.at(column, y) = static_cast<uint8_t>(rng.between(128, 255));
+            const GuardedPlane8& ink = src;
+            const GaussBell bell = makeGaussBell(radius, kSoftPeak);
+            const GaussOrder order = column % 2 == 0 ? GaussOrder::ColumnsFirst : GaussOrder::RowsFirst;
+            expectJobDone(ink, {ink.view(), &bell, {0, 540, 0, 3}, GaussRounding::Down, GaussRounding::Up, order},
+                          column);
+        }
+}
+
 // Ink whose last trace lies in the last of 16 rows, then blank rows, then ink again, which finds sums of nothing.
 TEST(GaussRows, InkThatEndsWithAStripLeavesNothingBehind) {
     Rng rng(kSeed + 7);
