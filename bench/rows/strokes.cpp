@@ -34,8 +34,8 @@ Row strokeRow(const char* name, const Mask& mask, int width, Position position) 
 void addStrokeRows(const std::vector<Mask>& masks, Rows& rows) {
     for (const Mask& mask : masks) {
         for (const int width : {5, 20, 100}) rows.push_back(strokeRow("stroke outside", mask, width, kOutside));
-        for (const int width : {5, 20}) rows.push_back(strokeRow("stroke centred", mask, width, kCentred));
-        rows.push_back(strokeRow("stroke inside", mask, 5, kInside));
+        for (const int width : {5, 20, 100}) rows.push_back(strokeRow("stroke centred", mask, width, kCentred));
+        for (const int width : {5, 20, 100}) rows.push_back(strokeRow("stroke inside", mask, width, kInside));
     }
 }
 

@@ -10,6 +10,7 @@
 #include "effect/disc_dilation.h"
 #include "effect/disc_dilation_small.h"
 #include "effect/kernel/disc_dilate.h"
+#include "effect/kernel/ink_runs.h"
 #include "effect/safe_convert.h"
 #include "pixel/QxBlender.h"
 
@@ -73,6 +74,23 @@ bool strokeBox(const ParamPostProcessing& p, int reach, StrokeBox& box) {
     box.visible = {std::max<int64_t>(-reach, -box.x), std::max<int64_t>(-reach, -box.y),
                    std::min(width + reach, right - box.x), std::min(height + reach, bottom - box.y)};
     return box.visible.x0 < box.visible.x1 && box.visible.y0 < box.visible.y1;
+}
+
+/// Whether a centred stroke is the outside one. Where no row has ink side by side over more columns than twice the
+/// disc's full cells on one side, every inked pixel has a free one within them: what grows into the glyphs is full in
+/// all of the area. Around it, the blank pixels at its edge are nearer than any ink, so that it limits nothing there
+/// either.
+bool reachesThrough(float radius, ConstPlane8 ink) {
+    int full = 0;
+    while (full < ink.width && discCell(radius, 0, full + 1) == 255) ++full;
+    for (int y = 0; y < ink.height; ++y) {
+        kernel::InkRun run{0, 0};
+        do {
+            run = kernel::nextInkRun(ink.row(y), run.end, ink.width);
+            if (run.end - run.begin > 2 * int64_t{full}) return false;
+        } while (!run.empty());
+    }
+    return true;
 }
 
 /// What the source rows of one dilation may take: all dilations together stay below two bytes a pixel of the result.
@@ -225,9 +243,11 @@ void QxStroke::doPostProcessing(ParamPostProcessing* p) {
         SmallDiscDilation band(plan, box.area, smallSource(property->position));
         paint.draw(band, plan.tileWidth());
     } else {
-        const DiscPlan plan(radius, box.area.width, box.area.height, box.visible, sourceBudget(box, centered));
+        const int position = centered && reachesThrough(radius, box.area.ink) ? kOutside : property->position;
+        const DiscPlan plan(radius, box.area.width, box.area.height, box.visible,
+                            sourceBudget(box, position == kCentered));
         if (!plan) return;
-        StrokeBand band(plan, box.area, property->position);
+        StrokeBand band(plan, box.area, position);
         paint.draw(band, plan.tileWidth());
     }
 }

@@ -169,6 +169,28 @@ TEST(Stroke, EqualsThePlainLoopsOnRandomPictures) {
     }
 }
 
+TEST(Stroke, CentredStrokesThatJustReachThroughTheGlyphsOrDoNot) {
+    // Bars as wide as the disc's full columns, less or more, at the edges of the picture and away from them.
+    for (const float size : {23.0f, 24.5f, 26.0f, 31.0f})
+        for (int wide = 18; wide <= 34; ++wide) {
+            CorePicture picture(90, 50);
+            const auto bar = [&](int left, int top, int right, int bottom) {
+                for (int y = top; y < bottom; ++y)
+                    for (int x = left; x < right; ++x) picture.ink(x, y) = x + y == left + top + 3 ? 1 : 255;
+            };
+            bar(0, 0, wide, 34);
+            bar(90 - wide / 2, 12, 90, 50);
+            const QxStrokeProperty record(size, 0xE0A01030u, 1.0f, 0, 0);
+            CorePicture want = picture;
+            ParamPostProcessing wanted = want.params();
+            test::reference::stroke(record, wanted);
+            QxStroke core;
+            setStroke(core, size, 0, record.color);
+            picture.runs(core);
+            ASSERT_TRUE(test::samePlane(want.outputPlane(), picture.outputPlane(), "size", size, "bar", wide));
+        }
+}
+
 TEST(Stroke, WidthsThatAreNoNumberOrNegativeDrawNothing) {
     for (const float size : {kNaN, kInfinity, -kInfinity, -3.0f, -1e30f})
         for (const int position : {0, 1, 2}) {
