@@ -42,20 +42,16 @@ void QxLinearGradient::setProperty(QxProperty* p) {
 }
 
 void QxLinearGradient::doPostProcessing(ParamPostProcessing* p) {
-    if (!drawable(p, property) || !paintsGradient(*property)) return;
-    const GradientBox box = gradientBox(*p);
-    if (box.right <= box.left || box.bottom <= box.top) return;
+    GradientFill fill;
+    if (!prepareGradient(p, property, fill)) return;
 
-    uint32_t table[kGradientColors];
-    makeGradientTable(*property, table);
-
-    const float width = static_cast<float>(box.width), height = static_cast<float>(box.height);
-    const Slope slope = slopeOf(*property, width, height);
+    const Slope slope = slopeOf(*property, fill.width, fill.height);
     paintGradient(
-        *p, box, [&](int64_t column) { return slope.alongColumns * (static_cast<float>(column) - width * 0.5f); },
+        *p, fill.box,
+        [&](int64_t column) { return slope.alongColumns * (static_cast<float>(column) - fill.width * 0.5f); },
         [&](int64_t row, GradientRow& gradient, uint32_t* dst) {
-            gradient.rowTerm = slope.alongRows * (static_cast<float>(row) - height * 0.5f);
-            linearGradientRow(gradient, table, dst);
+            gradient.rowTerm = slope.alongRows * (static_cast<float>(row) - fill.height * 0.5f);
+            linearGradientRow(gradient, fill.table, dst);
         });
 }
 

@@ -25,20 +25,15 @@ void QxRadialGradient::setProperty(QxProperty* p) {
 }
 
 void QxRadialGradient::doPostProcessing(ParamPostProcessing* p) {
-    if (!drawable(p, property) || !paintsGradient(*property)) return;
-    const GradientBox box = gradientBox(*p);
-    if (box.right <= box.left || box.bottom <= box.top) return;
+    GradientFill fill;
+    if (!prepareGradient(p, property, fill)) return;
 
-    uint32_t table[kGradientColors];
-    makeGradientTable(*property, table);
-
-    const float width = static_cast<float>(box.width), height = static_cast<float>(box.height);
-    const float step = 512.0f / width / property->scale;
+    const float step = 512.0f / fill.width / property->scale;
     paintGradient(
-        *p, box, [&](int64_t column) { return squareFromMiddle(column, width); },
+        *p, fill.box, [&](int64_t column) { return squareFromMiddle(column, fill.width); },
         [&](int64_t row, GradientRow& gradient, uint32_t* dst) {
-            gradient.rowTerm = squareFromMiddle(row, height);
-            radialGradientRow(gradient, step, table, dst);
+            gradient.rowTerm = squareFromMiddle(row, fill.height);
+            radialGradientRow(gradient, step, fill.table, dst);
         });
 }
 

@@ -13,11 +13,11 @@ QxGradient* copyStops(const QxGradient* stops, int32_t count) {
     return copy;
 }
 
-bool paintsGradient(const QxGradientFillProperty& property) {
-    return property.gradient != nullptr && property.count >= 1 && property.scale >= 0.1f;
-}
+namespace {
 
-void makeGradientTable(const QxGradientFillProperty& property, uint32_t* table) {
+constexpr float kSmallestScale = 0.1f;
+
+void makeTable(const QxGradientFillProperty& property, uint32_t* table) {
     uint32_t ramp[kRampEntries];
     makeColorRamp(property.gradient, property.count, RampStart::AtFirstStop, RampCurve::Linear, ramp);
     for (int i = 0; i < kGradientColors; ++i) table[i] = premultiplyColor(ramp[i]);
@@ -35,6 +35,19 @@ GradientBox gradientBox(const ParamPostProcessing& p) {
             top - rect.top,
             right - rect.left,
             bottom - rect.top};
+}
+
+}  // namespace
+
+bool prepareGradient(const ParamPostProcessing* p, const QxGradientFillProperty* property, GradientFill& fill) {
+    if (!drawable(p, property) || property->gradient == nullptr || property->count < 1) return false;
+    fill.box = gradientBox(*p);
+    if (!(property->scale >= kSmallestScale) || fill.box.right <= fill.box.left || fill.box.bottom <= fill.box.top)
+        return false;
+    fill.width = static_cast<float>(fill.box.width);
+    fill.height = static_cast<float>(fill.box.height);
+    makeTable(*property, fill.table);
+    return true;
 }
 
 }  // namespace QxFontEffect

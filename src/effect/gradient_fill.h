@@ -17,13 +17,6 @@ namespace QxFontEffect {
 /// A copy of `count` stops, the caller's with delete[]; null without stops or memory.
 QxGradient* copyStops(const QxGradient* stops, int32_t count);
 
-/// Whether a record has stops and a scale that paints. NaN paints nothing.
-bool paintsGradient(const QxGradientFillProperty& property);
-
-/// Builds the premultiplied colours of a record that `paintsGradient`.
-/// @param table  kGradientColors entries, written.
-void makeGradientTable(const QxGradientFillProperty& property, uint32_t* table);
-
 /// replaceRecord for a record whose last two settings are the number of stops and stops of its own: copies of
 /// `given`'s. Without memory for these there is no record either, since it would show other colours.
 template <typename Record, typename... Settings>
@@ -58,7 +51,16 @@ struct GradientBox {
     int64_t left, top, right, bottom;
 };
 
-GradientBox gradientBox(const ParamPostProcessing& p);
+/// What a gradient is painted with.
+struct GradientFill {
+    GradientBox box;
+    float width, height;              ///< of the whole box
+    uint32_t table[kGradientColors];  ///< premultiplied
+};
+
+/// Makes a core ready to paint. False when there is nothing to paint: a part is missing, the record has no stops or a
+/// scale below 0.1 or NaN, or nothing of the box is seen.
+bool prepareGradient(const ParamPostProcessing* p, const QxGradientFillProperty* property, GradientFill& fill);
 
 /// Paints one gradient row after the other beneath the destination.
 ///
