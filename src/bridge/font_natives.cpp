@@ -1,7 +1,6 @@
 #include "bridge/font_natives.h"
 
 #include <memory>
-#include <mutex>
 #include <new>
 #include <string>
 
@@ -9,6 +8,7 @@
 #include "base/QxLog.h"
 #include "base/list_walk.h"
 #include "base/platform_log.h"
+#include "base/process_lock.h"
 #include "bridge/font_bytes_copy.h"
 #include "bridge/font_config.h"
 #include "bridge/java_text.h"
@@ -45,8 +45,7 @@ using OwnedFamilies = std::unique_ptr<List, ReleaseFamilies>;
 
 /// Only the first list is adopted: another thread, or a getter called on the way, may have been faster.
 bool adoptFamilies(OwnedFamilies families) {
-    static std::mutex mutex;
-    const std::lock_guard<std::mutex> lock(mutex);
+    const ProcessLock<QxFontFamily> adoption;
     FontManager* const manager = FontManager::GetInstance();
     return manager->IsSystemFontFamiliesAlreadySet() || manager->SetSystemFontFamilies(families.release());
 }

@@ -6,12 +6,12 @@
 #include <utility>
 
 #include "base/List.h"
-#include "base/Mutex.h"
 #include "base/QxLog.h"
 #include "base/QxString.h"
 #include "base/immortal.h"
 #include "base/no_throw.h"
 #include "base/platform_log.h"
+#include "base/process_lock.h"
 #include "font/QxFontManagerImpl.h"
 #include "font/user_font_style.h"
 
@@ -21,25 +21,8 @@ namespace {
 
 constexpr char kTag[] = "QxFontManager";
 
-struct ConstructedMutex {
-    ConstructedMutex() { mutex.Construct(); }
-    Mutex mutex;
-};
-
 // Renders of different text objects ask for fonts from different threads. Nothing calls out of the fonts under it.
-class FontLock {
-public:
-    FontLock() { mutex().Lock(); }
-    ~FontLock() { mutex().Unlock(); }
-    FontLock(const FontLock&) = delete;
-    FontLock& operator=(const FontLock&) = delete;
-
-private:
-    static Mutex& mutex() {
-        static Immortal<ConstructedMutex> lock;
-        return lock.value.mutex;
-    }
-};
+using FontLock = ProcessLock<FontManager>;
 
 // Runs one operation of a manager under the lock. Not created: error 8 with the caller's line.
 template <typename Operation>
