@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <algorithm>
 #include <limits>
 #include <vector>
 
 #include "effect/core_picture.h"
-#include "support/failing_alloc.h"
 #include "support/planes.h"
 #include "support/reference/bevel_reference.h"
 
@@ -20,7 +19,6 @@ using test::GuardedPlaneF;
 using test::Rng;
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 QxBevelProperty randomRecord(Rng& rng, float size) {
     const float altitudes[] = {0.0f, 30.0f, 45.0f, 89.0f, -20.0f};
@@ -36,104 +34,46 @@ QxBevelProperty plainRecord(int style, float size, int technique, int soften = 0
                            1.0f);
 }
 
-void runs(CorePicture& picture, QxBevelProperty record, int32_t layerMode = 0) {
-    QxBevel core;
-    core.setProperty(&record);
-    picture.runs(core, layerMode);
-}
-
-// A ring with soft edges: shapes and holes with every coverage.
-void inkRing(CorePicture& picture, float radius) {
-    const float cx = static_cast<float>(picture.coverage.width) * 0.5f;
-    const float cy = static_cast<float>(picture.coverage.height) * 0.5f;
-    for (int y = 0; y < static_cast<int>(picture.coverage.height); ++y)
-        for (int x = 0; x < static_cast<int>(picture.coverage.width); ++x) {
-            const float distance = std::hypot(static_cast<float>(x) - cx, static_cast<float>(y) - cy);
-            const float depth = std::clamp(radius * 0.4f - std::fabs(distance - radius) + 0.5f, 0.0f, 1.0f);
-            picture.ink(x, y) = static_cast<uint8_t>(depth * 255.0f);
-        }
-}
-
 TEST(Bevel, EqualsThePlainLoopsOnRandomPictures) {
     const float sizes[] = {0.0f, 0.9f, 1.0f, 2.0f, 3.7f, 5.0f, 9.0f, 14.0f, 15.0f, 17.0f, 24.0f, -1.0f};
     for (uint32_t seed = 0; seed < 400; ++seed) {
         Rng rng(seed);
-        CorePicture picture(1 + static_cast<int>(seed % 67), rng.between(1, 40));
-        if (rng.oneIn(2))
-            picture.inkAtRandom(rng);
-        else
-            inkRing(picture, 2.0f + 15.0f * rng.unit());
-        picture.paintAtRandom(rng);
-        picture.rect.left = rng.between(-3, picture.rect.right - 1);
-        picture.rect.top = rng.between(-3, picture.rect.bottom - 1);
-        picture.rect.right = rng.between(picture.rect.left, picture.rect.right + 3);
-        picture.rect.bottom = rng.between(picture.rect.top, picture.rect.bottom + 3);
+        CorePicture picture = CorePicture::random(rng, 67, 40);
+        if (rng.oneIn(2)) picture.inkRing(2.0f + 15.0f * rng.unit(), 4);
+        picture.rectAtRandom(rng, 3);
         const QxBevelProperty record = randomRecord(rng, sizes[rng.below(12)]);
         const int32_t layerMode = rng.between(0, 1);
 
-        CorePicture want = picture;
-        test::reference::bevel(record, want.params(layerMode));
-        runs(picture, record, layerMode);
-        ASSERT_TRUE(test::samePlane(want.outputPlane(), picture.outputPlane(), "seed", seed, "size", record.size,
-                                    "style", record.style, "technique", record.technique));
+        ASSERT_TRUE(test::drawsLike<QxBevel>(test::reference::bevel, picture, record, layerMode, "seed", seed, "size",
+                                             record.size, "style", record.style, "technique", record.technique));
     }
 }
 
-TEST(Bevel, HardBandsBeyondTheRootTableEqualThePlainLoops) {
+TEST(Bevel, WideBandsAndLongLinesEqualThePlainLoops) {
     for (const int style : {0, 1}) {
-        CorePicture picture(50, 40), want(50, 40);
-        inkRing(picture, 14.0f);
-        inkRing(want, 14.0f);
-        const QxBevelProperty record = plainRecord(style, 53.0f, 1);
-        test::reference::bevel(record, want.params());
-        runs(picture, record);
-        EXPECT_SAME_PLANE(want.outputPlane(), picture.outputPlane(), "style", style);
-        EXPECT_FALSE(picture.blank());
-    }
-}
-
-TEST(Bevel, LinesSoLongThatTheTransformRoundsEqualThePlainLoops) {
-    for (const int style : {0, 1}) {
+        CorePicture beyondTheRootTable(50, 40);
+        beyondTheRootTable.inkRing(14, 5);
+        EXPECT_TRUE(test::drawsLike<QxBevel>(test::reference::bevel, beyondTheRootTable, plainRecord(style, 53, 1), 0,
+                                             "hard, style", style));
+        // So long that the transform rounds. Dots up to a band apart, so that crossings lie everywhere along the line.
         Rng rng(static_cast<uint64_t>(style));
-        CorePicture picture(9000, 3);
-        // Dots up to a band apart, so that crossings lie everywhere along the line.
-        for (int x = 0; x < 9000; x += rng.between(1, 23)) picture.ink(x, rng.between(0, 2)) = rng.byte();
-        CorePicture want = picture;
-        const QxBevelProperty record = plainRecord(style, 15.0f, 0);
-        test::reference::bevel(record, want.params());
-        runs(picture, record);
-        EXPECT_SAME_PLANE(want.outputPlane(), picture.outputPlane(), "style", style);
+        CorePicture line(9000, 3);
+        for (int x = 0; x < 9000; x += rng.between(1, 23)) line.ink(x, rng.between(0, 2)) = rng.byte();
+        EXPECT_TRUE(
+            test::drawsLike<QxBevel>(test::reference::bevel, line, plainRecord(style, 15, 0), 0, "long, style", style));
     }
 }
 
 TEST(Bevel, BandsFarWiderThanThePictureEndSoon) {
     for (const int style : {0, 1})
         for (const float size : {400.0f, 1e4f, 1e6f}) {
-            CorePicture hard(60, 50), smooth(60, 50);
-            inkRing(hard, 14.0f);
-            inkRing(smooth, 14.0f);
-            runs(hard, plainRecord(style, size, 1));
+            CorePicture hard(60, 50);
+            hard.inkRing(14, 5);
+            CorePicture smooth = hard;
+            test::drawWith<QxBevel>(hard, plainRecord(style, size, 1));
             EXPECT_FALSE(hard.blank()) << size;
-            if (size < 1e4f) runs(smooth, plainRecord(style, size, 0));
+            if (size < 1e4f) test::drawWith<QxBevel>(smooth, plainRecord(style, size, 0));
         }
-}
-
-TEST(Bevel, SettingsThatAreNoNumberOrBeyondAllMemoryDrawNothing) {
-    const QxBevelProperty records[] = {
-        plainRecord(0, kNaN, 0),
-        plainRecord(1, kInfinity, 1),
-        plainRecord(0, -kInfinity, 1),
-        plainRecord(0, 1e9f, 0),
-        plainRecord(1, 3e9f, 0),
-        plainRecord(0, -50.0f, 1),
-        QxBevelProperty(0, 5.0f, kNaN, 1, 0, 0, 1.0f, 0.0f, 30.0f, ~0u, 1.0f, ~0u, 1.0f),
-    };
-    for (const QxBevelProperty& record : records) {
-        CorePicture picture(20, 20);
-        inkRing(picture, 6.0f);
-        runs(picture, record);
-        EXPECT_TRUE(picture.blank()) << record.size << ", depth " << record.depth;
-    }
 }
 
 TEST(Bevel, PassesWithoutMapsDoNothing) {
@@ -159,29 +99,11 @@ TEST(Bevel, OffsetIsTheRoundedSizeAndTheSoftening) {
         int soften, offset;
     } cases[] = {{4.4f, 3, 7}, {4.5f, 3, 8}, {0.0f, 0, 0}, {5.0f, 20, 21}, {kNaN, 2, 2}};
     QxBevel core;
-    EXPECT_EQ(0, core.getOffset());
     for (const auto& c : cases) {
         QxBevelProperty record = plainRecord(0, c.size, 0, c.soften);
         core.setProperty(&record);
         EXPECT_EQ(c.offset, core.getOffset()) << c.size;
     }
-}
-
-TEST(Bevel, DrawsNothingWhenAnyAllocationFails) {
-    for (const float size : {3.0f, 20.0f})
-        for (int n = 0;; ++n) {
-            CorePicture picture(40, 30);
-            inkRing(picture, 8.0f);
-            QxBevelProperty record = plainRecord(0, size, 0, 2);
-            QxBevel core;
-            core.setProperty(&record);
-            ParamPostProcessing params = picture.params();
-            test::FailingAlloc failing(n);
-            core.doPostProcessing(&params);
-            if (!failing.refused()) break;
-            test::AllocationPause pause;
-            EXPECT_TRUE(picture.blank()) << "request " << n << " size " << size;
-        }
 }
 
 TEST(BevelDistances, OneDimensionIsTheLowerEnvelopeOfParabolas) {
@@ -219,13 +141,7 @@ TEST(BevelDistances, PartialPassRefinesItsRowsInRasterOrder) {
             }
         BevelDistanceWork work{map.view().data, 12, 17, radius, 3, 9};
         EXPECT_EQ(0, QxBevel::partialDT(&work));
-        for (int y = 3; y < 9; ++y)
-            for (int x = 0; x < 17; ++x)
-                for (int v = 0; v < 12 && want.at(x, y) != 0.0f; ++v)
-                    for (int u = 0; u < 17; ++u)
-                        if (std::abs(v - y) <= radius && std::abs(u - x) <= radius && want.at(u, v) < 1.0f)
-                            want.at(x, y) = std::min(
-                                want.at(x, y), want.at(u, v) + roundedIntSqrt((v - y) * (v - y) + (u - x) * (u - x)));
+        test::reference::refine(want.view().data, 17, 12, radius, 3, 9);
         EXPECT_SAME_PLANE(want, map, "radius", radius);
     }
 }

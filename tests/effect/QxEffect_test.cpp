@@ -24,7 +24,7 @@
 #include "effect/QxTextProperty.h"
 #include "effect/recording_core.h"
 #include "support/captured_log.h"
-#include "support/failing_alloc.h"
+#include "support/sample_effects.h"
 
 namespace QxFontEffect {
 namespace {
@@ -40,23 +40,12 @@ Record& recordOf(QxEffect& stack, int type) {
 class EffectStack : public ::testing::Test {
 protected:
     // One of each; the ids are 0 to 10.
-    void addOneOfEach(QxEffect& stack) {
-        stack.addOuterShadowText(10, 1, 1, 0xFF010203u, 1);
-        stack.addInnerShadowText(20, 2, 2, 0xFF010203u, 1);
-        stack.addOuterGlowText(3, 0xFF010203u, 1, 2, stops);
-        stack.addInnerGlowText(4, 0xFF010203u, 1, 2, stops);
-        stack.addBevelText(1, 5, 1, 1, 0, 1, 1, 30, 40, 0xFFFFFFFFu, 1, 0xFF000000u, 1);
-        stack.addEmbossText(1, 6, 1, 1, 0, 1, 1, 50, 60, 0xFFFFFFFFu, 1, 0xFF000000u, 1);
-        stack.addLinearGradientText(70, 1, 1, 2, stops);
-        stack.addRadialGradientText(1.5f, 1, 2, stops);
-        stack.addStrokeText(8, 0xFF010203u, 1, 0, 1);
-        stack.addPatternText(&pattern, 2, 1);
-        stack.addText(0xFF010203u, 1);
+    static void addOneOfEach(QxEffect& stack) {
+        for (const int type : test::kEffectTypes) test::addSample(stack, type, 1);
     }
 
     test::CapturedLog log;
     QxGradient stops[2] = {{0xFF000000u, 1, 0}, {0xFFFFFFFFu, 1, 1}};
-    QxBitmap pattern{2, 2, 4};
 };
 
 TEST_F(EffectStack, StartsEmptyAndLogsItsLife) {
@@ -98,12 +87,11 @@ TEST_F(EffectStack, StartsEmptyAndLogsItsLife) {
 TEST_F(EffectStack, HoldsOneCoreOfEachType) {
     QxEffect stack(nullptr);
     addOneOfEach(stack);
-    const int types[] = {1, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12};
     ASSERT_EQ(stack.effects.size(), 11u);
     for (int i = 0; i < 11; ++i) {
-        EXPECT_EQ(stack.effects[static_cast<size_t>(i)]->getStyle(), static_cast<unsigned>(types[i]));
+        EXPECT_EQ(stack.effects[static_cast<size_t>(i)]->getStyle(), static_cast<unsigned>(test::kEffectTypes[i]));
         EXPECT_EQ(stack.effects[static_cast<size_t>(i)]->getId(), i);
-        EXPECT_TRUE(stack.hasEffect(types[i]));
+        EXPECT_TRUE(stack.hasEffect(test::kEffectTypes[i]));
     }
     EXPECT_EQ(stack.addStrokeText(9, 0, 1, 0, 2), 8);
     EXPECT_EQ(stack.effects.size(), 11u);
@@ -332,27 +320,6 @@ TEST_F(EffectStack, CopiesHaveTheSameCoresAndKeysButOwnRecords) {
     EXPECT_EQ(copy.getNewEffectId(), 11);
     std::unique_ptr<char[]> first(stack.getMapKey()), second(copy.getMapKey());
     EXPECT_STREQ(first.get(), second.get());
-}
-
-TEST_F(EffectStack, AnEffectThatGetsNoMemoryIsNotAdded) {
-    for (int request = 0;; ++request) {
-        QxEffect stack(nullptr);
-        test::FailingAlloc failing(request);
-        addOneOfEach(stack);
-        std::unique_ptr<char[]> key(stack.getMapKey());
-        test::AllocationPause pause;
-
-        bool complete = stack.effects.size() == 11 && key != nullptr;
-        for (QxECoreBase* core : stack.effects) ASSERT_NE(core->getProperty(), nullptr) << request;
-        // A record whose stops could not be copied may stay, without stops.
-        for (int type : {3, 4}) complete = complete && recordOf<QxGlowProperty>(stack, type).gradient != nullptr;
-        for (int type : {7, 8})
-            complete = complete && recordOf<QxGradientFillProperty>(stack, type).gradient != nullptr;
-        ASSERT_EQ(complete, !failing.refused()) << request;
-        ASSERT_EQ(stack.nextEffectId, static_cast<int32_t>(stack.effects.size())) << request;
-        if (!failing.refused()) break;
-        ASSERT_LT(request, 1000);
-    }
 }
 
 }  // namespace

@@ -4,19 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
-#include <limits>
 
 #include "effect/core_picture.h"
-#include "support/failing_alloc.h"
 #include "support/planes.h"
 
 namespace QxFontEffect {
 namespace {
 
 using test::CorePicture;
-
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 QxEmbossProperty record(float size, int technique, int soften = 0, float angle = 180.0f) {
     return QxEmbossProperty(0, size, 3.0f, 0, technique, soften, 1.0f, angle, 30.0f, 0xFFFFFFFFu, 1.0f, 0xFF000000u,
@@ -51,13 +46,7 @@ CorePicture square(int side, int margin, uint8_t edge) {
 CorePicture disc(int radius, int margin) {
     const int side = 2 * radius + 1;
     CorePicture picture(side + 2 * margin, side + 2 * margin);
-    const float centre = static_cast<float>(radius + margin);
-    for (int y = 0; y < side + 2 * margin; ++y)
-        for (int x = 0; x < side + 2 * margin; ++x) {
-            const float distance = std::hypot(static_cast<float>(x) - centre, static_cast<float>(y) - centre);
-            const float cover = std::clamp(static_cast<float>(radius) - distance + 0.5f, 0.0f, 1.0f);
-            picture.ink(x, y) = static_cast<uint8_t>(cover * 255.0f);
-        }
+    picture.inkRing(0, static_cast<float>(radius));
     picture.rect = {margin, margin, side + margin, side + margin};
     return picture;
 }
@@ -165,14 +154,6 @@ TEST(Emboss, OffsetCoversEverythingPaintedAndNoMoreThanTheBlurNeeds) {
             }
 }
 
-TEST(Emboss, SettingsThatAreNoNumberOrBeyondAllMemoryDrawNothing) {
-    for (const float size : {0.0f, -4.0f, kNaN, std::numeric_limits<float>::infinity(), 1e9f, 1e30f}) {
-        Relief relief(disc(9, 9));
-        relief.draw(record(size, 0));
-        EXPECT_TRUE(relief.layer.blank() && relief.base.blank()) << size;
-    }
-}
-
 TEST(Emboss, BandsFarWiderThanThePictureCoverIt) {
     for (const float size : {300.0f, 1e6f}) {
         Relief relief(disc(9, 9));
@@ -180,23 +161,6 @@ TEST(Emboss, BandsFarWiderThanThePictureCoverIt) {
         int painted = 0;
         for (int i = 0; i < 37 * 37; ++i) painted += relief.layer.out(i % 37, i / 37, 3) > 100;
         EXPECT_GT(painted, 800) << size;
-    }
-}
-
-TEST(Emboss, DrawsNothingWhenAnyAllocationFails) {
-    const CorePicture inked = disc(9, 9);
-    QxEmbossProperty settings = record(8.0f, 0, 2);
-    for (int n = 0;; ++n) {
-        Relief relief(inked);
-        QxEmboss core;
-        core.setProperty(&settings);
-        ParamPostProcessing params = relief.layer.params(1);
-        params.baseBitmap = &relief.base.output;
-        test::FailingAlloc failing(n);
-        core.doPostProcessing(&params);
-        if (!failing.refused()) break;
-        test::AllocationPause pause;
-        EXPECT_TRUE(relief.layer.blank() && relief.base.blank()) << "request " << n;
     }
 }
 

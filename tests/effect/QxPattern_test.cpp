@@ -8,7 +8,6 @@
 
 #include "effect/core_picture.h"
 #include "pixel/QxBlender.h"
-#include "support/failing_alloc.h"
 #include "support/planes.h"
 #include "support/reference/pattern_reference.h"
 
@@ -33,56 +32,42 @@ void setPattern(QxPattern& core, QxBitmap* pattern, float scale, float opacity) 
 // A picture with every pixel inked, after a fill with this pattern.
 CorePicture filled(int width, int height, QxBitmap* pattern, float scale, float opacity) {
     CorePicture picture(width, height);
-    std::fill_n(picture.coverage.pixels, width * height, uint8_t{1});
-    QxPattern core;
-    setPattern(core, pattern, scale, opacity);
-    picture.runs(core);
+    picture.inkAll(1);
+    test::drawWith<QxPattern>(picture, QxPatternProperty(pattern, scale, opacity));
     return picture;
+}
+
+void drawPlainly(const QxPatternProperty& record, const ParamPostProcessing& p) {
+    const QxRect& rect = *p.textRect;
+    const int width = rect.right - rect.left;
+    std::vector<uint32_t> pixels =
+        test::patternPixelsRef(*p.srcBitmap, rect, *record.pattern, record.scale, record.opacity);
+    QxBlender::drawBitmapBlend32(rect.left, rect.top, p.dstBitmap, pixels.data(), width, rect.bottom - rect.top, width,
+                                 QXE_BLEND_DST_OVER);
 }
 
 TEST(Pattern, EqualsThePlainLoopsOnRandomPictures) {
     const float scales[] = {0.1f, 0.3f, 0.5f, 0.99f, 1.0f, 1.1f, 2.0f, 3.7f, 10.0f};
     for (uint32_t seed = 0; seed < 1500; ++seed) {
         Rng rng(seed);
-        CorePicture picture(1 + static_cast<int>(seed % 67), rng.between(1, 40));
-        picture.inkAtRandom(rng);
-        picture.paintAtRandom(rng);
-        picture.rect.left = rng.between(0, picture.rect.right - 1);
-        picture.rect.top = rng.between(0, picture.rect.bottom - 1);
-        picture.rect.right = rng.between(picture.rect.left + 1, picture.rect.right);
-        picture.rect.bottom = rng.between(picture.rect.top + 1, picture.rect.bottom);
+        CorePicture picture = CorePicture::random(rng, 67, 40);
+        picture.rectAtRandom(rng);
         const float scale = rng.oneIn(2) ? scales[rng.below(9)] : 0.1f + 9.9f * rng.unit();
         // Each side of the tile has at least a pixel.
         const int least = static_cast<int>(std::ceil(1.0f / scale));
         QxBitmap pattern = randomPattern(rng, rng.between(least, least + 12), rng.between(least, least + 12));
         const float opacity = rng.oneIn(3) ? 1.0f : rng.unit();
 
-        CorePicture want = picture;
-        std::vector<uint32_t> pixels = test::patternPixelsRef(picture.coverage, picture.rect, pattern, scale, opacity);
-        const int width = picture.rect.right - picture.rect.left;
-        QxBlender::drawBitmapBlend32(picture.rect.left, picture.rect.top, &want.output, pixels.data(), width,
-                                     picture.rect.bottom - picture.rect.top, width, QXE_BLEND_DST_OVER);
-
-        QxPattern core;
-        setPattern(core, &pattern, scale, opacity);
-        picture.runs(core);
-        ASSERT_TRUE(test::samePlane(want.outputPlane(), picture.outputPlane(), "seed", seed, "scale", scale, "pattern",
-                                    pattern.width, "x", pattern.height));
+        ASSERT_TRUE(test::drawsLike<QxPattern>(drawPlainly, picture, QxPatternProperty(&pattern, scale, opacity), 0,
+                                               "seed", seed, "scale", scale, "pattern", pattern.width, "x",
+                                               pattern.height));
     }
-}
-
-TEST(Pattern, LargeTilesThatAreNotKeptEqualThePlainLoopsToo) {
+    // A tile too large to be kept.
     Rng rng(1);
     QxBitmap pattern = randomPattern(rng, 400, 200);
     CorePicture picture(900, 1000);
     picture.inkAtRandom(rng);
-    CorePicture want = picture;
-    std::vector<uint32_t> pixels = test::patternPixelsRef(picture.coverage, picture.rect, pattern, 2.0f, 0.5f);
-    QxBlender::drawBitmapBlend32(0, 0, &want.output, pixels.data(), 900, 1000, 900, QXE_BLEND_DST_OVER);
-    QxPattern core;
-    setPattern(core, &pattern, 2.0f, 0.5f);
-    picture.runs(core);
-    EXPECT_SAME_PLANE(want.outputPlane(), picture.outputPlane());
+    EXPECT_TRUE(test::drawsLike<QxPattern>(drawPlainly, picture, QxPatternProperty(&pattern, 2.0f, 0.5f), 0));
 }
 
 TEST(Pattern, OpaqueWhiteComesOutSlightlyDarker) {
@@ -147,58 +132,11 @@ TEST(Pattern, KeepsItsOwnCopiesAtNewAddresses) {
     pattern.pixels[0] ^= 255;
     EXPECT_NE(second->pixels[0], pattern.pixels[0]);
 
-    core.setProperty(nullptr);
-    EXPECT_EQ(core.property->pattern, second);
     core.setProperty(core.property);  // its own record must survive long enough to be copied
     EXPECT_NE(core.property->pattern, second);
     EXPECT_EQ(core.property->pattern->pixels[0], second->pixels[0]);
     setPattern(core, nullptr, 1, 1);
     EXPECT_EQ(core.property->pattern, nullptr);
-}
-
-TEST(Pattern, RectanglesBesideTheCoverageAndMissingPartsAreHarmless) {
-    Rng rng(11);
-    QxBitmap pattern = randomPattern(rng, 3, 3);
-    QxPattern core;
-    setPattern(core, &pattern, 1, 1);
-    const int least = std::numeric_limits<int>::min(), most = std::numeric_limits<int>::max();
-    for (const QxRect& rect : {QxRect(least, least, most, most), QxRect(-3, -3, 2, 2), QxRect(4, 4, 90, 90),
-                               QxRect(5, 5, 1, 1), QxRect(most, most, least, least), QxRect(2, 2, 2, 9)}) {
-        CorePicture picture(6, 6);
-        picture.inkAtRandom(rng);
-        picture.rect = rect;
-        picture.runs(core);
-    }
-    CorePicture picture(6, 6);
-    QxBitmap none;
-    core.doPostProcessing(nullptr);
-    for (ParamPostProcessing params :
-         {ParamPostProcessing{nullptr, &picture.coverage, &picture.rect, 0, nullptr},
-          ParamPostProcessing{&picture.output, nullptr, &picture.rect, 0, nullptr},
-          ParamPostProcessing{&picture.output, &picture.coverage, nullptr, 0, nullptr},
-          ParamPostProcessing{&picture.coverage, &picture.output, &picture.rect, 0, nullptr},
-          ParamPostProcessing{&none, &none, &picture.rect, 0, nullptr}})
-        core.doPostProcessing(&params);
-    EXPECT_TRUE(picture.blank());
-}
-
-TEST(Pattern, WithoutMemoryNothingIsDrawnOrLost) {
-    Rng rng(13);
-    QxBitmap pattern = randomPattern(rng, 3, 3);
-    for (int request = 0;; ++request) {
-        CorePicture picture(40, 40);
-        std::fill_n(picture.coverage.pixels, 1600, uint8_t{255});
-        test::FailingAlloc failing(request);
-        {
-            QxPattern core;
-            setPattern(core, &pattern, 1, 1);
-            picture.runs(core);
-        }
-        test::AllocationPause pause;
-        ASSERT_EQ(picture.blank(), failing.refused()) << request;
-        if (!failing.refused()) break;
-        ASSERT_LT(request, 100);
-    }
 }
 
 }  // namespace

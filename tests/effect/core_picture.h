@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <vector>
@@ -8,6 +10,7 @@
 #include "pixel/QxBitmap.h"
 #include "pixel/QxRect.h"
 #include "pixel/plane.h"
+#include "support/planes.h"
 #include "support/random.h"
 
 namespace QxFontEffect::test {
@@ -19,6 +22,25 @@ struct CorePicture {
         : coverage(static_cast<unsigned>(width), static_cast<unsigned>(height), 1),
           output(static_cast<unsigned>(width), static_cast<unsigned>(height), 4),
           rect(0, 0, width, height) {}
+
+    /// Up to `mostWidth` x `mostHeight` pixels with random ink, some of them on paint; one output in three is of
+    /// another size.
+    static CorePicture random(Rng& rng, int mostWidth, int mostHeight) {
+        CorePicture picture(rng.between(1, mostWidth), rng.between(1, mostHeight));
+        picture.inkAtRandom(rng);
+        if (rng.oneIn(3)) picture.output = QxBitmap(rng.below(100) + 1u, rng.below(70) + 1u, 4);
+        if (!rng.oneIn(3)) picture.paintAtRandom(rng);
+        return picture;
+    }
+
+    /// Somewhere in the picture and up to `beyond` pixels over its edges; now and then empty, or all of the picture.
+    void rectAtRandom(Rng& rng, int beyond = 0) {
+        if (rng.oneIn(4)) return;
+        rect.left = rng.between(-beyond, rect.right);
+        rect.top = rng.between(-beyond, rect.bottom);
+        rect.right = rng.between(rect.left, rect.right + beyond);
+        rect.bottom = rng.between(rect.top, rect.bottom + beyond);
+    }
 
     /// Points into this picture.
     ParamPostProcessing params(int32_t layerMode = 0) { return {&output, &coverage, &rect, layerMode, nullptr}; }
@@ -61,6 +83,19 @@ struct CorePicture {
         }
     }
 
+    void inkAll(uint8_t value) { std::fill_n(coverage.pixels, size_t{coverage.width} * coverage.height, value); }
+
+    /// A ring around the middle with soft edges, `thickness` pixels to either side of `radius`: a disc if that is 0.
+    void inkRing(float radius, float thickness) {
+        const float cx = static_cast<float>(coverage.width / 2), cy = static_cast<float>(coverage.height / 2);
+        for (int y = 0; y < static_cast<int>(coverage.height); ++y)
+            for (int x = 0; x < static_cast<int>(coverage.width); ++x) {
+                const float distance = std::hypot(static_cast<float>(x) - cx, static_cast<float>(y) - cy);
+                const float cover = std::clamp(thickness - std::fabs(distance - radius) + 0.5f, 0.0f, 1.0f);
+                ink(x, y) = static_cast<uint8_t>(cover * 255.0f);
+            }
+    }
+
     /// Premultiplied colour everywhere, as cores before this one leave it; a quarter stays blank.
     void paintAtRandom(Rng& rng) {
         for (size_t i = 0; i < size_t{output.width} * output.height; ++i) {
@@ -76,5 +111,28 @@ struct CorePicture {
     QxRect rect;
     std::vector<uint32_t> values;
 };
+
+/// Draws a record with a core of its own.
+template <typename Core, typename Record>
+void drawWith(CorePicture& picture, Record record, int32_t layerMode = 0) {
+    Core core;
+    core.setProperty(&record);
+    picture.runs(core, layerMode);
+}
+
+/// Whether a core makes of a picture what the plain loops make of it.
+///
+/// @param reference  void(const Record&, const ParamPostProcessing&).
+/// @param context    what a failure says beside the rectangle.
+template <typename Core, typename Record, typename Reference, typename... Context>
+::testing::AssertionResult drawsLike(Reference reference, CorePicture picture, const Record& record, int32_t layerMode,
+                                     const Context&... context) {
+    CorePicture wanted = picture;
+    reference(record, wanted.params(layerMode));
+    drawWith<Core>(picture, record, layerMode);
+    const QxRect& rect = picture.rect;
+    return samePlane(wanted.outputPlane(), picture.outputPlane(), context..., "rectangle", rect.left, rect.top,
+                     rect.right, rect.bottom);
+}
 
 }  // namespace QxFontEffect::test

@@ -6,7 +6,6 @@
 
 #include "effect/band_heights.h"
 #include "effect/exact_distances.h"
-#include "effect/kernel/sqrt_table.h"
 #include "effect/outline_distances.h"
 #include "support/planes.h"
 #include "support/reference/bevel_reference.h"
@@ -72,40 +71,25 @@ struct Scene {
     int left, top, wholeWidth, wholeHeight;
 };
 
-GuardedPlaneF exactMap(const Scene& scene, bool inside, int radius) {
+/// What `start` makes of the coverage, everywhere the ink or the map is.
+template <typename Start>
+std::vector<float> wholeMap(const Scene& scene, Start start) {
     std::vector<float> whole;
-    const float limit = static_cast<float>(radius);
     for (int y = 0; y < scene.wholeHeight; ++y)
-        for (int x = 0; x < scene.wholeWidth; ++x)
-            whole.push_back((scene.coverageAt(x, y) != 0) != inside ? 0.0f : 1e20f);
-    const int longer = std::max(scene.wholeWidth, scene.wholeHeight);
-    std::vector<float> f(static_cast<size_t>(longer)), d = f;
-    for (int x = 0; x < scene.wholeWidth; ++x) {
-        for (int y = 0; y < scene.wholeHeight; ++y)
-            f[static_cast<size_t>(y)] = whole[static_cast<size_t>(y * scene.wholeWidth + x)];
-        test::reference::squaredDistances(d.data(), f.data(), scene.wholeHeight);
-        for (int y = 0; y < scene.wholeHeight; ++y)
-            whole[static_cast<size_t>(y * scene.wholeWidth + x)] = d[static_cast<size_t>(y)];
-    }
-    for (int y = 0; y < scene.wholeHeight; ++y) {
-        float* row = whole.data() + y * scene.wholeWidth;
-        test::reference::squaredDistances(d.data(), row, scene.wholeWidth);
-        for (int x = 0; x < scene.wholeWidth; ++x) {
-            const float squared = d[static_cast<size_t>(x)];
-            row[x] = squared <= 0.0f ? 0.0f : squared > limit * limit ? limit : fsqrt(squared);
-        }
-    }
+        for (int x = 0; x < scene.wholeWidth; ++x) whole.push_back(start(scene.coverageAt(x, y)));
+    return whole;
+}
+
+GuardedPlaneF exactMap(const Scene& scene, bool inside, int radius) {
+    std::vector<float> whole = wholeMap(scene, [&](uint8_t ink) { return (ink != 0) != inside ? 0.0f : 1e20f; });
+    test::reference::exactDistances(whole, scene.wholeWidth, scene.wholeHeight, static_cast<float>(radius));
     return scene.cut(whole);
 }
 
 GuardedPlaneF outlineMap(const Scene& scene, bool inside, int radius) {
-    std::vector<float> whole;
-    for (int y = 0; y < scene.wholeHeight; ++y)
-        for (int x = 0; x < scene.wholeWidth; ++x) {
-            const float v = static_cast<float>(scene.coverageAt(x, y) ^ (inside ? 255 : 0)) / 254.99f;
-            whole.push_back(v <= 0.001f ? static_cast<float>(radius) : v < 1.0f ? 1.0f - v : 0.0f);
-        }
-    test::reference::refine(whole, scene.wholeWidth, scene.wholeHeight, radius);
+    std::vector<float> whole =
+        wholeMap(scene, [&](uint8_t ink) { return test::reference::outlineStart(ink, inside, radius); });
+    test::reference::refine(whole.data(), scene.wholeWidth, scene.wholeHeight, radius, 0, scene.wholeHeight);
     return scene.cut(whole);
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,13 +14,13 @@
 #include "pixel/QxBitmap.h"
 #include "support/captured_log.h"
 #include "support/failing_alloc.h"
+#include "support/sample_effects.h"
 
 namespace QxFontEffect {
 namespace {
 
 constexpr unsigned kWidth = 64, kHeight = 48;
 constexpr uint8_t kInk = 0x5A;
-constexpr int kTypes[] = {1, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12};
 
 constexpr int kNobody = -1, kEverybody = -2;
 
@@ -42,46 +43,6 @@ protected:
                 const bool inside = radius2 <= 144 && radius2 >= 25;
                 coverage[y * kGlyphSide + x] = static_cast<uint8_t>(!inside ? 0 : edge ? 100 : 255);
             }
-        for (int i = 0; i < 4 * 3 * 3; ++i) tile.pixels[i] = static_cast<uint8_t>(60 + 5 * i);
-    }
-
-    void add(QxEffect& stack, int type, int variant = 0) {
-        switch (type) {
-            case 1:
-                stack.addOuterShadowText(130, 4, 3, 0xFF102030u, 0.8f);
-                break;
-            case 2:
-                stack.addInnerShadowText(40, 2, 3, 0xFF405060u, 0.9f);
-                break;
-            case 3:
-                stack.addOuterGlowText(5, 0xFF7080FFu, 0.7f, variant == 0 ? 0 : 2, stops);
-                break;
-            case 4:
-                stack.addInnerGlowText(4, 0xFFA0FF20u, 0.6f, variant == 0 ? 0 : 2, stops);
-                break;
-            case 5:
-                // Chisel and smooth take different ways, and the smooth one a third from a radius of 11 on.
-                stack.addBevelText(variant % 2, variant == 2 ? 14 : 5, 2, 0, variant == 1, 2, 1, 135, 30, 0xFFFFFFFFu,
-                                   0.8f, 0xFF000000u, 0.7f);
-                break;
-            case 6:
-                stack.addEmbossText(0, 6, 2, 0, variant % 2, 2, 1, 135, 30, 0xFFFFFFFFu, 0.8f, 0xFF000000u, 0.7f);
-                break;
-            case 7:
-                stack.addLinearGradientText(30, 1, 0.8f, 2, stops);
-                break;
-            case 8:
-                stack.addRadialGradientText(1, 0.7f, 2, stops);
-                break;
-            case 10:
-                stack.addStrokeText(4, 0xFFD01010u, 0.9f, 0, variant);
-                break;
-            case 11:
-                stack.addPatternText(&tile, 1.5f, 0.8f);
-                break;
-            default:
-                break;  // the fill comes with every rendering
-        }
     }
 
     /// Renders onto `output`, leaving out the core with number `without` of those that run. Asks for no memory itself.
@@ -145,18 +106,16 @@ protected:
     static constexpr int kGlyphSide = 25;
     test::CapturedLog log;
     unsigned char coverage[kGlyphSide * kGlyphSide];
-    QxBitmap tile{3, 3, 4};
-    QxGradient stops[2] = {{0xFF2030D0u, 1, 0}, {0xFFE0F020u, 1, 1}};
 };
 
 TEST_F(RenderMemory, AnEffectThatLacksMemoryIsLeftOutOfThePictureAndTheNextRenderIsWhole) {
-    for (const int type : kTypes)
+    for (const int type : test::kEffectTypes)
         for (int variant = 0; variant < 3; ++variant)
             for (const float opacity : {1.0f, 0.5f})
                 checkEveryRefusal(
                     [&](QxEffect& stack) {
                         stack.setTextOpacity(opacity);
-                        add(stack, type, variant);
+                        test::addSample(stack, type, variant);
                     },
                     "effect " + std::to_string(type) + " variant " + std::to_string(variant) + " opacity " +
                         std::to_string(opacity));
@@ -167,8 +126,8 @@ TEST_F(RenderMemory, OneEffectOfAStackThatLacksMemoryTakesNoOtherWithIt) {
         for (int variant = 0; variant < 3; ++variant)
             checkEveryRefusal(
                 [&](QxEffect& stack) {
-                    for (const int type : kTypes)
-                        if (type != 6 || emboss) add(stack, type, variant);
+                    for (const int type : test::kEffectTypes)
+                        if (type != 6 || emboss) test::addSample(stack, type, variant);
                 },
                 std::string(emboss ? "everything" : "without emboss") + " variant " + std::to_string(variant));
 }
@@ -188,28 +147,30 @@ bool hasItsStops(QxECoreBase& core) {
 
 // An id is a promise that the effect draws what was asked for.
 TEST_F(RenderMemory, AnEffectThatIsAddedHasAllOfItsSettings) {
-    for (const int type : kTypes)
+    for (const int type : test::kEffectTypes)
         for (int request = 0;; ++request) {
             QxEffect stack(nullptr);
-            bool refused = false;
-            {
-                const test::FailingAlloc failing(request);
-                add(stack, type, 1);
-                refused = failing.refused();
+            const test::FailingAlloc failing(request);
+            const int id = test::addSample(stack, type, 1);
+            const std::unique_ptr<char[]> key(stack.getMapKey());
+            const test::AllocationPause pause;
+            ASSERT_EQ(id == 0, stack.hasEffect(type)) << type << ", request " << request;
+            if (id == 0) {
+                ASSERT_NE(nullptr, stack.effects[0]->getProperty()) << type << ", request " << request;
+                EXPECT_TRUE(hasItsStops(*stack.effects[0])) << type << ", request " << request;
             }
-            for (QxECoreBase* core : stack.effects) {
-                ASSERT_NE(nullptr, core->getProperty()) << type << ", request " << request;
-                EXPECT_TRUE(hasItsStops(*core)) << type << ", request " << request;
+            EXPECT_EQ(static_cast<int>(stack.effects.size()), stack.nextEffectId) << type << ", request " << request;
+            if (!failing.refused()) {
+                EXPECT_TRUE(id == 0 && key != nullptr);
+                break;
             }
-            if (!refused) break;
         }
 }
 
 // A copy that lacks memory has fewer effects; what it has is whole.
 TEST_F(RenderMemory, ACopyOfAStackIsMadeOfWholeEffects) {
     QxEffect stack(nullptr);
-    for (const int type : kTypes) add(stack, type, 1);
-    stack.addText(0xFF3060C0u);
+    for (const int type : test::kEffectTypes) test::addSample(stack, type, 1);
     for (int request = 0;; ++request) {
         const test::FailingAlloc failing(request);
         QxEffect copy(stack);

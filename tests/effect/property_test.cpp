@@ -137,24 +137,6 @@ TEST(Property, ConstructorsLimitAndReduce) {
         EXPECT_TRUE(same(QxPatternProperty(nullptr, row.given, 1).scale, row.patternScale)) << row.given;
         EXPECT_TRUE(same(QxOuterShadowProperty(row.given, 0, 0, 0, 0).angle, row.given)) << row.given;
     }
-}
-
-TEST(Property, ReliefRecordsKeepWhatTheyDoNotLimit) {
-    const QxBevelProperty record(7, -4.5f, 12.5f, 8, 9, 20, 3, 1, 2, 10, 4, 11, 5);
-    EXPECT_EQ(record.color, 0u);
-    EXPECT_EQ(record.opacity, 3.0f);
-    EXPECT_EQ(record.style, 7);
-    EXPECT_EQ(record.size, -4.5f);
-    EXPECT_EQ(record.depth, 10.0f);
-    EXPECT_EQ(record.direction, 8);
-    EXPECT_EQ(record.technique, 9);
-    EXPECT_EQ(record.soften, 16);
-    EXPECT_EQ(record.angle, 1.0f);
-    EXPECT_EQ(record.altitude, 2.0f);
-    EXPECT_EQ(record.highlightColor, 10u);
-    EXPECT_EQ(record.highlightOpacity, 4.0f);
-    EXPECT_EQ(record.shadowColor, 11u);
-    EXPECT_EQ(record.shadowOpacity, 5.0f);
     EXPECT_TRUE(std::isnan(QxEmbossProperty(0, 0, kNan, 0, 0, -3, 0, 0, 0, 0, 0, 0, 0).depth));
 }
 

@@ -14,7 +14,6 @@ struct Pass {
     const QxECoreBase* core;
     ParamPostProcessing params;
     QxRect rect;
-    bool dstHadPixels;
 };
 
 /// A core of any type number that notes its calls and paints nothing. Its record is borrowed.
@@ -35,8 +34,7 @@ public:
     }
     void doPostProcessing(ParamPostProcessing* p) override {
         AllocationPause pause;
-        if (passes != nullptr)
-            passes->push_back({this, *p, *p->textRect, p->dstBitmap != nullptr && p->dstBitmap->pixels != nullptr});
+        if (passes != nullptr) passes->push_back({this, *p, *p->textRect});
     }
     void setProperty(QxProperty* p) override { record = p; }
     QxProperty* getProperty() override { return record; }

@@ -6,8 +6,6 @@
 #include <limits>
 #include <vector>
 
-#include "support/random.h"
-
 namespace QxFontEffect {
 namespace {
 
@@ -24,18 +22,6 @@ Table ramp(const std::vector<Stop>& stops, RampStart start, RampCurve curve = Ra
     return table;
 }
 
-TEST(ColorRamp, MixesEveryLaneOfEveryShare) {
-    test::Rng rng(5);
-    for (int f = 0; f <= 256; ++f) {
-        const uint32_t c0 = rng.next32(), c1 = f % 3 == 0 ? 0xFFFFFFFFu : rng.next32();
-        const uint32_t mixed = mixColors(c0, c1, f);
-        for (int shift = 0; shift <= 24; shift += 8) {
-            const uint32_t share = static_cast<uint32_t>(f);
-            EXPECT_EQ(mixed >> shift & 255, ((c1 >> shift & 255) * share + (c0 >> shift & 255) * (256 - share)) >> 8);
-        }
-    }
-}
-
 TEST(ColorRamp, BlackToWhiteRisesByOneAnEntry) {
     const Table table = ramp({{0xFF000000u, 0}, {0xFFFFFFFFu, 1}}, RampStart::AtFirstStop);
     EXPECT_EQ(table[0], 0xFF000000u);
@@ -43,27 +29,6 @@ TEST(ColorRamp, BlackToWhiteRisesByOneAnEntry) {
     EXPECT_EQ(table[256], 0xFFFFFFFFu);
     for (uint32_t i = 0; i < 256; ++i) EXPECT_EQ(table[i] & 255, 255 * i >> 8);
     EXPECT_EQ(ramp({{0xFF000000u, 0}, {0xFFFFFFFFu, 1}}, RampStart::AtZero), table);
-}
-
-TEST(ColorRamp, StartTellsWhetherTheFirstPositionCounts) {
-    const std::vector<Stop> stops = {{0xFF000000u, 0.5f}, {0xFFFFFFFFu, 1}};
-    EXPECT_EQ(ramp(stops, RampStart::AtFirstStop)[128], 0xFF000000u);
-    EXPECT_EQ(ramp(stops, RampStart::AtFirstStop)[192] & 255, 127u);
-    EXPECT_EQ(ramp(stops, RampStart::AtZero)[128] & 255, 127u);
-}
-
-TEST(ColorRamp, CurvesBendThePlaceAlongTheStops) {
-    const std::vector<Stop> stops = {{0, 0}, {255, 1}};
-    EXPECT_EQ(ramp(stops, RampStart::AtZero, RampCurve::SquareRoot)[64], 255u * 128 >> 8);
-    EXPECT_EQ(ramp(stops, RampStart::AtZero, RampCurve::Square)[128], 255u * 64 >> 8);
-}
-
-TEST(ColorRamp, GoesOnByOneStopAnEntry) {
-    // Three stops within one entry's reach: the third is reached two entries late.
-    const Table table = ramp({{1, 0}, {2, 0.001f}, {3, 0.002f}, {4, 0.003f}, {5, 1}}, RampStart::AtFirstStop);
-    EXPECT_EQ(table[1], 3u);
-    EXPECT_EQ(table[2], 4u);
-    EXPECT_EQ(table[3], 4u);
 }
 
 TEST(ColorRamp, OddPositionsStayInsideTheStops) {
@@ -102,12 +67,6 @@ TEST(ColorRamp, FadeTakesAlphaToNothing) {
             EXPECT_EQ(table[static_cast<size_t>(i)], alpha << 24 | 0x123456u) << row.range << " " << i;
         }
     }
-}
-
-TEST(ColorRamp, PremultipliesWithTheCommonBias) {
-    EXPECT_EQ(premultiplyColor(0xFF80FF00u), 0xFF80FF00u);
-    EXPECT_EQ(premultiplyColor(0x80FF8000u), 0x80804000u);
-    EXPECT_EQ(premultiplyColor(0x00FFFFFFu), 0u);
 }
 
 }  // namespace

@@ -17,12 +17,6 @@ std::vector<uint8_t> randomBytes(Rng& rng, size_t count) {
     return bytes;
 }
 
-TEST(Layers, OpaquePixelsUnderOpaqueTextStay) {
-    std::vector<uint8_t> opaque = {255, 128, 0, 255};
-    kernel::unpremultiplyRow(255, opaque.data(), 1);
-    EXPECT_EQ((std::vector<uint8_t>{255, 128, 0, 255}), opaque);
-}
-
 TEST(Layers, TextAlphasOutsideAByteFollowTheSameFormula) {
     Rng rng(4);
     const std::vector<uint8_t> start = randomBytes(rng, 4000);

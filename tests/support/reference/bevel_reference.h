@@ -39,15 +39,39 @@ inline void squaredDistances(float* d, const float* f, int n) {
     }
 }
 
-/// Raster order, in place.
-inline void refine(std::vector<float>& map, int width, int height, int radius) {
-    for (int y = 0; y < height; ++y)
+/// The exact distances of a map whose samples are 0 or 1e20, in place: columns, then rows, then roots up to `limit`.
+inline void exactDistances(std::vector<float>& map, int width, int height, float limit) {
+    std::vector<float> f(static_cast<size_t>(std::max(width, height))), d = f;
+    for (int x = 0; x < width; ++x) {
+        for (int y = 0; y < height; ++y) f[static_cast<size_t>(y)] = map[static_cast<size_t>(y * width + x)];
+        squaredDistances(d.data(), f.data(), height);
+        for (int y = 0; y < height; ++y) map[static_cast<size_t>(y * width + x)] = d[static_cast<size_t>(y)];
+    }
+    for (int y = 0; y < height; ++y) {
+        float* row = map.data() + y * width;
+        squaredDistances(d.data(), row, width);
         for (int x = 0; x < width; ++x) {
-            float& value = map[static_cast<size_t>(y * width + x)];
+            const float squared = d[static_cast<size_t>(x)];
+            row[x] = squared <= 0.0f ? 0.0f : squared > limit * limit ? limit : fsqrt(squared);
+        }
+    }
+}
+
+/// Where the search for the outline starts at a pixel.
+inline float outlineStart(uint8_t coverage, bool inside, int radius) {
+    const float v = static_cast<float>(coverage ^ (inside ? 255 : 0)) / 254.99f;
+    return v <= 0.001f ? static_cast<float>(radius) : v < 1.0f ? 1.0f - v : 0.0f;
+}
+
+/// Rows rowStart..rowEnd - 1 of a map in raster order, in place.
+inline void refine(float* map, int width, int height, int radius, int rowStart, int rowEnd) {
+    for (int y = rowStart; y < rowEnd; ++y)
+        for (int x = 0; x < width; ++x) {
+            float& value = map[y * width + x];
             if (value == 0.0f) continue;
             for (int v = std::max(y - radius, 0); v <= std::min(y + radius, height - 1); ++v)
                 for (int u = std::max(x - radius, 0); u <= std::min(x + radius, width - 1); ++u) {
-                    const float neighbour = map[static_cast<size_t>(v * width + u)];
+                    const float neighbour = map[v * width + u];
                     if (neighbour < 1.0f)
                         value = std::min(value, neighbour + roundedIntSqrt((v - y) * (v - y) + (u - x) * (u - x)));
                 }
@@ -105,40 +129,24 @@ inline BevelArea bevelArea(const QxBevelProperty& property, const QxRect& rect) 
 }
 
 inline void exactMap(const QxBevelProperty& property, const ParamPostProcessing& p, BevelArea& a) {
-    const float limit = static_cast<float>(a.R);
-    for (int x = 0; x < a.width; ++x) {
-        std::vector<float> f(static_cast<size_t>(a.height)), d = f;
-        for (int y = 0; y < a.height; ++y) {
+    for (int y = 0; y < a.height; ++y)
+        for (int x = 0; x < a.width; ++x) {
             const bool within = x >= a.m && x <= a.width - a.m && y >= a.m && y <= a.height - a.m;
             const bool covered =
                 within && coverageAt(*p.srcBitmap, p.textRect->left + x - a.m, p.textRect->top + y - a.m) != 0;
-            f[static_cast<size_t>(y)] = covered != (property.style == 1) ? 0.0f : 1e20f;
+            a.distance[static_cast<size_t>(y * a.width + x)] = covered != (property.style == 1) ? 0.0f : 1e20f;
         }
-        squaredDistances(d.data(), f.data(), a.height);
-        for (int y = 0; y < a.height; ++y) a.distance[static_cast<size_t>(y * a.width + x)] = d[static_cast<size_t>(y)];
-    }
-    for (int y = 0; y < a.height; ++y) {
-        float* row = a.distance.data() + y * a.width;
-        std::vector<float> d(static_cast<size_t>(a.width));
-        squaredDistances(d.data(), row, a.width);
-        for (int x = 0; x < a.width; ++x) {
-            const float squared = d[static_cast<size_t>(x)];
-            row[x] = squared <= 0.0f ? 0.0f : squared > limit * limit ? limit : fsqrt(squared);
-        }
-    }
+    exactDistances(a.distance, a.width, a.height, static_cast<float>(a.R));
 }
 
 inline void localMap(const QxBevelProperty& property, const ParamPostProcessing& p, BevelArea& a) {
-    const float limit = static_cast<float>(a.R);
-    std::fill(a.distance.begin(), a.distance.end(), property.style == 1 ? 0.0f : limit);
+    const bool inside = property.style == 1;
+    std::fill(a.distance.begin(), a.distance.end(), inside ? 0.0f : static_cast<float>(a.R));
     for (int y = a.m; y < a.height - a.m; ++y)
-        for (int x = a.m; x < a.width - a.m; ++x) {
-            const int c = coverageAt(*p.srcBitmap, p.textRect->left + x - a.m, p.textRect->top + y - a.m) ^
-                          (property.style == 1 ? 255 : 0);
-            const float v = static_cast<float>(c) / 254.99f;
-            a.distance[static_cast<size_t>(y * a.width + x)] = v <= 0.001f ? limit : v < 1.0f ? 1.0f - v : 0.0f;
-        }
-    refine(a.distance, a.width, a.height, a.R);
+        for (int x = a.m; x < a.width - a.m; ++x)
+            a.distance[static_cast<size_t>(y * a.width + x)] = outlineStart(
+                coverageAt(*p.srcBitmap, p.textRect->left + x - a.m, p.textRect->top + y - a.m), inside, a.R);
+    refine(a.distance.data(), a.width, a.height, a.R, 0, a.height);
 }
 
 inline uint8_t applied(int alpha, int t, float e) {
@@ -191,9 +199,7 @@ inline void bevel(const QxBevelProperty& property, const ParamPostProcessing& p)
         const int lit = static_cast<int>(k * a.highlight[i]), shaded = static_cast<int>(k * a.shadow[i]);
         const uint32_t d = static_cast<uint32_t>(std::min(std::abs(lit - shaded), 255));
         const uint32_t c = lit > shaded ? property.highlightColor : property.shadowColor;
-        uint32_t pixel = d << 24;
-        for (int shift = 0; shift < 24; shift += 8) pixel |= std::min(((c >> shift & 255) + 1) * d >> 8, 255u) << shift;
-        pixels.push_back(pixel);
+        pixels.push_back(premultiplied((c & 0x00FFFFFFu) | d << 24));
     }
     QxBlender::drawBitmapBlend32(p.textRect->left - a.m, p.textRect->top - a.m, p.dstBitmap, pixels.data(), a.width,
                                  a.height, a.width, p.layerMode == 1 ? QXE_BLEND_SRC_OVER : QXE_BLEND_DST_OVER);

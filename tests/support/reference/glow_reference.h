@@ -13,15 +13,6 @@
 /// The glows in their plainest loops. Settings are finite, the size is 0 or more, and stops come in order.
 namespace QxFontEffect::test::reference {
 
-inline uint32_t mixedColor(uint32_t c0, uint32_t c1, int k) {
-    uint32_t mixed = 0;
-    for (int shift = 0; shift <= 24; shift += 8) {
-        const int channel0 = static_cast<int>(c0 >> shift & 255), channel1 = static_cast<int>(c1 >> shift & 255);
-        mixed |= static_cast<uint32_t>((channel1 * k + channel0 * (256 - k)) >> 8) << shift;
-    }
-    return mixed;
-}
-
 /// @param curve  what becomes of an entry's place along the table.
 template <typename Curve>
 std::vector<uint32_t> glowTable(const QxGlowProperty& property, float range, Curve curve) {
@@ -42,7 +33,7 @@ std::vector<uint32_t> glowTable(const QxGlowProperty& property, float range, Cur
             }
             const float k = (t - s0) / length * 256.0f;
             const uint32_t c0 = stops[j].color, c1 = stops[j + 1].color;
-            lut[static_cast<size_t>(i)] = k < 1.0f ? c0 : k >= 256.0f ? c1 : mixedColor(c0, c1, static_cast<int>(k));
+            lut[static_cast<size_t>(i)] = k < 1.0f ? c0 : k >= 256.0f ? c1 : mixed(c1, c0, static_cast<int>(k));
         }
     }
     if (range >= 1.0f) range = 0.99f;
@@ -71,12 +62,6 @@ inline void growByBox(Grey& plane, int passes) {
                 plane.at(x, y) = static_cast<uint8_t>(std::min(sum >> 2, 255));
             }
     }
-}
-
-inline uint32_t premultiplied(uint32_t c) {
-    const uint32_t A = c >> 24;
-    return A << 24 | (((((c >> 16) & 255) + 1) * A << 8) & 0x00FF0000u) | (((((c >> 8) & 255) + 1) * A) & 0x0000FF00u) |
-           ((c & 255) + 1) * A >> 8;
 }
 
 inline void glow(const QxGlowProperty& property, const ParamPostProcessing& p, bool inner) {

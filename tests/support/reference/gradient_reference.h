@@ -14,15 +14,6 @@
 /// Both gradients in their plainest loops.
 namespace QxFontEffect::test::reference {
 
-inline uint32_t mixedChannels(uint32_t c1, uint32_t c0, int f) {
-    uint32_t mixed = 0;
-    for (int shift = 0; shift < 32; shift += 8) {
-        const int high = static_cast<int>(c1 >> shift & 255), low = static_cast<int>(c0 >> shift & 255);
-        mixed |= static_cast<uint32_t>((high * f + low * (256 - f)) >> 8) << shift;
-    }
-    return mixed;
-}
-
 /// Entries 0..256; `property` has stops.
 inline std::vector<uint32_t> colorTable(const QxGradientFillProperty& property) {
     const QxGradient* stops = property.gradient;
@@ -39,16 +30,9 @@ inline std::vector<uint32_t> colorTable(const QxGradientFillProperty& property) 
         // A segment of no length gives its end, and its start where 0 is divided by 0.
         table[static_cast<size_t>(i)] = f != f || f < 1.0f ? (span == 0.0f && t != from ? c1 : c0)
                                         : f >= 256.0f      ? c1
-                                                           : mixedChannels(c1, c0, static_cast<int>(f));
+                                                           : mixed(c1, c0, static_cast<int>(f));
     }
     return table;
-}
-
-inline uint32_t premultipliedEntry(uint32_t color) {
-    const uint32_t a = color >> 24;
-    uint32_t pixel = a << 24;
-    for (int shift = 0; shift < 24; shift += 8) pixel |= (((color >> shift & 255) + 1) * a >> 8) << shift;
-    return pixel;
 }
 
 /// @param indexOf  int(float w, float h, int row, int column), not yet limited.
@@ -64,7 +48,7 @@ void gradient(const QxGradientFillProperty& property, const ParamPostProcessing&
         for (int c = 0; c < w; ++c) {
             const int index = std::clamp(indexOf(static_cast<float>(w), static_cast<float>(h), r, c), 0, 255);
             const bool covered = coverageAt(*p.srcBitmap, rect.left + c, rect.top + r) != 0;
-            buffer.push_back(covered ? premultipliedEntry(table[static_cast<size_t>(index)]) : 0);
+            buffer.push_back(covered ? premultiplied(table[static_cast<size_t>(index)]) : 0);
         }
     QxBlender::drawBitmapBlend32(rect.left, rect.top, p.dstBitmap, buffer.data(), w, h, w, QXE_BLEND_DST_OVER);
 }
