@@ -4,12 +4,12 @@
 
 #include <algorithm>
 #include <climits>
-#include <initializer_list>
 #include <memory>
 #include <string>
 
 #include "base/Error.h"
 #include "support/captured_log.h"
+#include "support/errors.h"
 #include "support/failing_alloc.h"
 #include "support/random.h"
 
@@ -17,6 +17,7 @@ namespace QxFontEffect {
 namespace {
 
 using test::CapturedLog;
+using test::failsWith;
 using test::isNativeError;
 using test::Rng;
 using testing::ElementsAre;
@@ -35,16 +36,6 @@ std::wstring textOf(const QxString& string) {
     const std::wstring copy = text == nullptr ? L"" : text;
     EXPECT_EQ(string.GetLength(), static_cast<int>(copy.size()));
     return copy;
-}
-
-/// Whether all of these failed, the last one with this code; the slot is clean afterwards.
-testing::AssertionResult failsWith(int code, std::initializer_list<bool> failures) {
-    const int got = Error::GetError();
-    Error::SetError(0);
-    for (const bool failed : failures)
-        if (!failed) return testing::AssertionFailure() << "did not fail";
-    if (got != code) return testing::AssertionFailure() << "error " << got;
-    return testing::AssertionSuccess();
 }
 
 TEST(QxString, EqualsAWideStringOverRandomEdits) {
