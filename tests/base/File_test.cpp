@@ -1,7 +1,6 @@
 #include "base/File.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <string>
@@ -9,6 +8,7 @@
 #include "base/Error.h"
 #include "base/QxString.h"
 #include "support/captured_log.h"
+#include "support/temporary_folder.h"
 
 namespace QxFontEffect {
 namespace {
@@ -18,26 +18,17 @@ using test::isErrorLine;
 using test::isNativeError;
 using testing::ElementsAre;
 
-/// Works in a directory of its own, whose name is not ASCII.
+/// Works in a folder of its own, whose name is not ASCII.
 class FileTest : public testing::Test {
 protected:
-    void SetUp() override {
-        directory = testing::TempDir() + "qx_\xC3\xA9\xF0\x9F\x98\x80_XXXXXX";
-        ASSERT_NE(mkdtemp(&directory[0]), nullptr);
-        path = directory + "/file";
-    }
-    void TearDown() override {
-        unlink(path.c_str());
-        EXPECT_EQ(rmdir(directory.c_str()), 0);
-    }
-
     void write(const char* text) {
         File file;
         ASSERT_TRUE(file.Construct(path.c_str(), "w"));
         ASSERT_EQ(file.Write(text, 1, strlen(text)), strlen(text));
     }
 
-    std::string directory, path;
+    const test::TemporaryFolder folder{"qx_\xC3\xA9\xF0\x9F\x98\x80"};
+    const std::string path = folder.path("file");
     CapturedLog log;
 };
 
@@ -122,7 +113,7 @@ TEST_F(FileTest, ReportsWhatCannotBeOpened) {
 TEST_F(FileTest, AsksRenamesAndRemovesByPath) {
     write("text");
     QxString from, to;
-    const std::string target = directory + "/renamed";
+    const std::string target = folder.path("renamed");
     ASSERT_TRUE(from.Construct(path.c_str()) && to.Construct(target.c_str()));
     EXPECT_EQ(File::IsAccessible(&from, F_OK), 0);
     EXPECT_EQ(File::Rename(&from, &to), 0);

@@ -3,26 +3,23 @@
 #include <gtest/gtest.h>
 #include <hwui/MinikinSkia.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "base/Error.h"
-#include "base/List.h"
 #include "base/QxLog.h"
 #include "base/QxString.h"
-#include "font/QxFontData.h"
-#include "font/QxFontFamily.h"
 #include "font/QxFontManagerImpl.h"
 #include "support/captured_log.h"
+#include "support/font_families.h"
 #include "support/fonts.h"
+#include "support/temporary_folder.h"
 
 namespace QxFontEffect {
 namespace {
@@ -30,6 +27,8 @@ namespace {
 using test::CapturedLog;
 using test::isDebugLine;
 using test::isErrorLine;
+using test::listOf;
+using test::newFamily;
 using ::testing::ElementsAre;
 using ::testing::MatchesRegex;
 
@@ -45,29 +44,6 @@ public:
     explicit Text(const std::string& utf8) { Construct(utf8.c_str()); }
 };
 
-/// A directory of this test's own, gone with it.
-class TemporaryDirectory {
-public:
-    TemporaryDirectory() {
-        std::string pattern = ::testing::TempDir() + "qxfontXXXXXX";
-        mPath = mkdtemp(pattern.data());
-    }
-    ~TemporaryDirectory() {
-        for (const std::string& file : mFiles) std::remove(file.c_str());
-        rmdir(mPath.c_str());
-    }
-    const std::string& path() const { return mPath; }
-    std::string write(const std::string& name, const std::vector<char>& bytes) {
-        mFiles.push_back(mPath + "/" + name);
-        std::ofstream(mFiles.back(), std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        return mFiles.back();
-    }
-
-private:
-    std::string mPath;
-    std::vector<std::string> mFiles;
-};
-
 char* copyOf(const std::vector<char>& bytes) {
     char* const copy = new char[bytes.size()];
     std::copy(bytes.begin(), bytes.end(), copy);
@@ -78,48 +54,15 @@ unsigned int sizeOf(const std::vector<char>& bytes) {
     return static_cast<unsigned int>(bytes.size());
 }
 
-struct FontEntry {
-    std::string path;
-    int ttcIndex = 0;
-    int weight = 400;
-    bool italic = false;
-};
-
-QxFontFamily* newFamily(uint32_t localeListId, int variant, const std::vector<FontEntry>& fonts) {
-    auto* const family = new QxFontFamily;
-    family->localeListId = localeListId;
-    family->variant = variant;
-    family->fonts = new List;
-    family->fonts->Construct();
-    for (const FontEntry& font : fonts) {
-        auto* const data = new QxFontData{nullptr, font.ttcIndex, font.weight, font.italic, nullptr};
-        data->path = new QxString;
-        data->path->Construct(font.path.c_str());
-        family->fonts->Add(static_cast<void*>(data));
-        family->fonts->Add(static_cast<void*>(nullptr));
-    }
-    return family;
-}
-
-List* listOf(const std::vector<QxFontFamily*>& families) {
-    auto* const list = new List;
-    list->Construct();
-    for (QxFontFamily* family : families) list->Add(static_cast<void*>(family));
-    return list;
-}
-
 using Families = std::vector<std::shared_ptr<minikin::FontFamily>>;
 
 TEST(FontManager, SaysWhyAFontCannotBeAdded) {
-    TemporaryDirectory directory;
-    std::vector<char> truncated = testsupport::fontBytes(testsupport::kRobotoRegular);
-    truncated.resize(60);
-    const std::string missing = directory.path() + "/missing.ttf";
-    const std::string empty = directory.write("empty.ttf", {});
-    const std::string garbage = directory.write("garbage.ttf", std::vector<char>(5000, 'x'));
-    const std::string cut = directory.write("cut.ttf", truncated);
-    const std::string pipe = directory.write("pipe", {});
-    std::remove(pipe.c_str());
+    const test::TemporaryFolder directory;
+    const std::vector<char>& whole = testsupport::fontBytes(testsupport::kRobotoRegular);
+    const std::string missing = directory.path("missing.ttf"), pipe = directory.path("pipe");
+    const std::string empty = directory.write("empty.ttf", "");
+    const std::string garbage = directory.write("garbage.ttf", std::string(5000, 'x'));
+    const std::string cut = directory.write("cut.ttf", std::string(whole.data(), 60));
     ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
 
     const auto noPath = isDebugLine(kTag, "AddMinikinFont() - path is NULL");
@@ -153,7 +96,7 @@ TEST(FontManager, SaysWhyAFontCannotBeAdded) {
         EXPECT_FALSE(manager.AddMinikinFont(row.path, new char[1], 0, row.ttcIndex, true)) << row.path;
     }
     // A file that appears later stays missing.
-    directory.write("missing.ttf", testsupport::fontBytes(testsupport::kRobotoRegular));
+    directory.write("missing.ttf", std::string(whole.data(), whole.size()));
     EXPECT_FALSE(manager.AddMinikinFont(missing.c_str(), nullptr, 0, 0, false));
 
     CapturedLog log;

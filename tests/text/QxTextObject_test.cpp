@@ -213,20 +213,5 @@ TEST(TextObject, LinesAreTakenOverAndReplaced) {
     EXPECT_TRUE(object.SetLineInfo(&unconstructed));
 }
 
-TEST(TextObject, KeepsStylePaintAndColours) {
-    test::TextScene object(L"a", 10, 10);
-    EXPECT_EQ(0xFF000000u, object.GetTextColor());
-    object.SetTextColor(0x12345678);
-    EXPECT_EQ(0x12345678u, object.GetTextColor());
-    for (const int bits : {3, 1, 2, 0, 3}) {
-        EXPECT_TRUE(object.SetTextStyle((bits & 1) != 0, (bits & 2) != 0));
-        EXPECT_EQ((bits & 1) != 0, object.isBoldTextStyle());
-        EXPECT_EQ((bits & 2) != 0, object.isItalicTextStyle());
-    }
-    android::Paint copy = object.GetPaint();
-    copy.getSkFont().setSize(99);
-    EXPECT_EQ(32.0f, object.GetPaint().getSkFont().getSize());
-}
-
 }  // namespace
 }  // namespace QxFontEffect

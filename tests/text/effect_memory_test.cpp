@@ -8,9 +8,9 @@
 
 #include "effect/QxEffect.h"
 #include "effect/recording_core.h"
-#include "pixel/QxBitmap.h"
 #include "support/captured_log.h"
 #include "support/failing_alloc.h"
+#include "support/sample_effects.h"
 #include "text/text_fixture.h"
 
 namespace QxFontEffect {
@@ -25,44 +25,6 @@ constexpr int kEffects[] = {1, 2, 3, 4, 5, 6, 7, 8, 10, 11};
 
 using Picture = std::vector<unsigned char>;
 
-void add(QxEffect& stack, int type) {
-    QxGradient stops[2] = {{0xFF2030D0u, 1, 0}, {0xFFE0F020u, 1, 1}};
-    QxBitmap tile(2, 2, 4);
-    std::fill_n(tile.pixels, 16, uint8_t{180});
-    switch (type) {
-        case 1:
-            stack.addOuterShadowText(130, 4, 3, 0xFF102030u, 0.8f);
-            break;
-        case 2:
-            stack.addInnerShadowText(40, 2, 3, 0xFF405060u, 0.9f);
-            break;
-        case 3:
-            stack.addOuterGlowText(5, 0xFF7080FFu, 0.7f, 2, stops);
-            break;
-        case 4:
-            stack.addInnerGlowText(4, 0xFFA0FF20u, 0.6f, 0, stops);
-            break;
-        case 5:
-            stack.addBevelText(0, 5, 2, 0, 0, 2, 1, 135, 30, 0xFFFFFFFFu, 0.8f, 0xFF000000u, 0.7f);
-            break;
-        case 6:
-            stack.addEmbossText(0, 6, 2, 0, 1, 2, 1, 135, 30, 0xFFFFFFFFu, 0.8f, 0xFF000000u, 0.7f);
-            break;
-        case 7:
-            stack.addLinearGradientText(30, 1, 0.8f, 2, stops);
-            break;
-        case 8:
-            stack.addRadialGradientText(1, 0.7f, 2, stops);
-            break;
-        case 10:
-            stack.addStrokeText(4, 0xFFD01010u, 0.9f, 0, 1);
-            break;
-        default:
-            stack.addPatternText(&tile, 1.5f, 0.8f);
-            break;
-    }
-}
-
 /// A text with these effects, less the one of type `without`.
 class Decorated : public TextScene {
 public:
@@ -71,7 +33,7 @@ public:
         // A fill that paints nothing stands in for a fill that could not be made.
         if (without == kFill) test::addRecorder(*GetEffect(), kFill);
         for (const int type : effects)
-            if (type != without) add(*GetEffect(), type);
+            if (type != without) test::addSample(*GetEffect(), type, 1);
         GetEffect()->setTextOpacity(opacity);
     }
 

@@ -2,10 +2,6 @@
 #include <hwui/MinikinUtils.h>
 #include <hwui/Typeface.h>
 
-#include <SkBitmap.h>
-#include <SkCanvas.h>
-#include <SkTextBlob.h>
-
 #include <climits>
 #include <cmath>
 #include <cstring>
@@ -18,6 +14,7 @@
 #include "base/QxLog.h"
 #include "effect/QxEffect.h"
 #include "pixel/QxBitmap.h"
+#include "platform/minikin/sample_text.h"
 #include "support/captured_log.h"
 #include "support/random.h"
 #include "text/QxFontDrawing.h"
@@ -54,7 +51,7 @@ bool isBlank(const Picture& picture) {
     return !picture.empty();
 }
 
-/// The driver's job done again with the parts below it: one typeface, lines laid out and drawn glyph by glyph.
+/// The driver's job done again with the parts below it: one typeface, lines laid out and drawn.
 class Reference {
 public:
     explicit Reference(QxTextObject& object) : mObject(object), mEffect(*object.GetEffect()) {
@@ -94,27 +91,10 @@ public:
 private:
     void drawLine(const QxLineInfo& line) {
         const minikin::Layout layout = this->layout(line);
-        minikin::MinikinRect box;
-        layout.getBounds(&box);
-        const int width = static_cast<int>(layout.getAdvance());
-        const int height = static_cast<int>(box.mBottom - box.mTop);
-        const int top = static_cast<int>(-box.mTop);
-        std::vector<unsigned char> pixels(static_cast<size_t>(width) * static_cast<size_t>(height));
-        SkBitmap bitmap;
-        bitmap.installPixels(SkImageInfo::Make(width, height, kAlpha_8_SkColorType, kPremul_SkAlphaType), pixels.data(),
-                             static_cast<size_t>(width));
-        SkCanvas canvas(bitmap);
-        for (int i = 0; i < static_cast<int>(layout.nGlyphs()); ++i) {
-            android::Paint paint = mObject.GetPaint();
-            android::MinikinFontSkia::populateSkFont(&paint.getSkFont(), layout.getFont(i), layout.getFakery(i));
-            SkTextBlobBuilder builder;
-            const SkTextBlobBuilder::RunBuffer& run = builder.allocRunPos(paint.getSkFont(), 1);
-            run.glyphs[0] = static_cast<SkGlyphID>(layout.getGlyphId(i));
-            run.pos[0] = layout.getX(i);
-            run.pos[1] = layout.getY(i);
-            canvas.drawTextBlob(builder.make(), -box.mLeft, -box.mTop, paint);
-        }
-        QxGlyph glyph = {pixels.data(), static_cast<uint16_t>(width), static_cast<uint16_t>(height), top, 0};
+        sample::LineMask mask(layout, mObject.GetPaint());
+        const int top = static_cast<int>(-sample::boundsOf(layout).mTop);
+        QxGlyph glyph = {mask.pixels.data(), static_cast<uint16_t>(mask.width), static_cast<uint16_t>(mask.height), top,
+                         0};
         mEffect.renderEffectLayer(line.x + mEffect.getLeftOffset(), line.y + mEffect.getTopOffset() - top, &glyph);
     }
 
@@ -344,22 +324,6 @@ TEST(Render, SizesThatCannotBeGiveNullAndKeepTheLastPicture) {
     // The view's bitmap size clips, not the size drawn.
     object.GetView()->SetBitmapWidth(0);
     EXPECT_TRUE(isBlank(render(object)));
-}
-
-TEST(Render, LinesWiderThanSixteenBitsWrap) {
-    TextScene object(L"HH", 300, 60);
-    QxLineInfo* const line = newLine(0, 40, 0, 2);
-    setLines(&object, {line});
-    android::Paint paint = object.GetPaint();
-    const float advance = Reference(object).layout(*line).getAdvance();
-    for (const int wanted : {65535, 65536, 65537, 65700}) {
-        paint.setLetterSpacing((static_cast<float>(wanted) + 0.5f - advance) / 2 / 32);
-        object.SetPaint(paint);
-        ASSERT_EQ(wanted, static_cast<int>(Reference(object).layout(*line).getAdvance()));
-        render(object, 300, 60);
-        EXPECT_EQ(wanted, line->bounds.right);
-        EXPECT_EQ(std::min(300, wanted & 0xFFFF), object.GetEffect()->getTextRect()->right) << wanted;
-    }
 }
 
 TEST(Render, SurvivesLinesAndPaintsOfAnyKind) {

@@ -11,12 +11,8 @@ using QxFontEffect::test::FailingAlloc;
 
 std::unique_ptr<android::Typeface> freshTypeface() {
     const std::vector<char>& bytes = testsupport::fontBytes("Roboto-Regular.ttf");
-    auto font = std::make_shared<android::MinikinFontSkia>(
-        SkTypeface::MakeFromStream(std::make_unique<SkMemoryStream>(bytes.data(), bytes.size()), 0), bytes.data(),
-        bytes.size(), "Roboto-Regular.ttf", 0, std::vector<minikin::FontVariation>());
-    std::vector<minikin::Font> fonts;
-    fonts.push_back(sample::upright(font));
-    return sample::typefaceOf({std::make_shared<minikin::FontFamily>(std::move(fonts))});
+    return sample::typefaceOf(
+        {sample::familyOf(sample::fontOf(sample::openBytes(bytes), bytes, "Roboto-Regular.ttf"))});
 }
 
 float widthOf(const android::Typeface& typeface) {

@@ -6,11 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "base/List.h"
-#include "base/QxString.h"
 #include "font/FontManager.h"
-#include "font/QxFontData.h"
-#include "font/QxFontFamily.h"
+#include "support/font_families.h"
 #include "support/fonts.h"
 #include "text/QxLineInfo.h"
 #include "text/QxTextObject.h"
@@ -21,33 +18,18 @@ namespace QxFontEffect::test {
 /// The system families that the tests of this program share, in this order. A process adopts families once.
 enum TestFamily { kDefault, kKorean, kJapanese, kJapaneseToo, kHans, kHant, kArabic, kArabicToo, kFamilies };
 
-inline QxFontFamily* newFamily(const char* locales, const std::string& path) {
-    auto* const font = new QxFontData;
-    font->path = new QxString;
-    font->path->Construct(path.c_str());
-    auto* const family = new QxFontFamily;
-    family->localeListId = minikin::registerLocaleList(locales);
-    family->fonts = new List;
-    family->fonts->Construct();
-    family->fonts->Add(static_cast<void*>(font));
-    return family;
-}
-
 /// Hands the families over at first use; the default one is loaded.
 inline std::vector<QxFontFamily*>& systemFamilies() {
     static std::vector<QxFontFamily*>& families = *[] {
         const std::string latin = testsupport::fontFile(testsupport::kRobotoRegular);
         const std::string arabic = testsupport::fontFile(testsupport::kNotoNaskh);
-        auto* const made = new std::vector<QxFontFamily*>{newFamily("", latin),          newFamily("ko", latin),
-                                                          newFamily("ja", latin),        newFamily("ja", latin),
-                                                          newFamily("zh-Hans", latin),   newFamily("zh-Hant", latin),
-                                                          newFamily("und-Arab", arabic), newFamily("und-Arab", arabic)};
-        auto* const list = new List;
-        list->Construct();
-        for (QxFontFamily* family : *made) list->Add(static_cast<void*>(family));
+        auto* const made = new std::vector<QxFontFamily*>;
+        for (const char* locales : {"", "ko", "ja", "ja", "zh-Hans", "zh-Hant", "und-Arab", "und-Arab"})
+            made->push_back(newFamily(minikin::registerLocaleList(locales), 0,
+                                      {{locales == std::string("und-Arab") ? arabic : latin}}));
         FontManager::GetInstance()->BuildMinikinFamily(made->front());
         made->front()->loaded = 1;
-        FontManager::GetInstance()->SetSystemFontFamilies(list);
+        FontManager::GetInstance()->SetSystemFontFamilies(listOf(*made));
         return made;
     }();
     return families;

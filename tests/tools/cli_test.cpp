@@ -7,8 +7,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -17,6 +15,7 @@
 #include "effect_table.h"
 #include "png_file.h"
 #include "style_file.h"
+#include "support/temporary_folder.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define QX_ADDRESS_SANITIZED
@@ -37,26 +36,14 @@ struct Outcome {
 
 class CommandLine : public ::testing::Test {
 protected:
-    void SetUp() override {
-        mFolder = std::filesystem::path(::testing::TempDir()) /
-                  (std::string("cli-") + ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        std::filesystem::remove_all(mFolder);
-        mFolder /= "work";  // what is printed goes beside it
-        std::filesystem::create_directories(mFolder);
-    }
-    void TearDown() override { std::filesystem::remove_all(mFolder.parent_path()); }
+    // What is printed goes beside the folder that the program works in.
+    CommandLine() { std::filesystem::create_directory(mFolder.path("work")); }
 
-    std::string path(const std::string& name) const { return (mFolder / name).string(); }
-
+    std::string path(const std::string& name) const { return mFolder.path("work/" + name); }
     std::string write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(path(name), std::ios::binary) << bytes;
-        return path(name);
+        return mFolder.write("work/" + name, bytes);
     }
-
-    static std::string read(const std::string& file) {
-        std::ifstream stream(file, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(stream), {});
-    }
+    std::string read(const std::string& name) const { return mFolder.read("work/" + name); }
 
     /// Runs qxrender in the folder. `memory` limits its address space, in bytes.
     Outcome run(const std::vector<std::string>& arguments, rlim_t memory = RLIM_INFINITY,
@@ -68,7 +55,7 @@ protected:
             words.push_back(nullptr);
             const rlimit limit = {memory, memory};
             if (memory != RLIM_INFINITY) setrlimit(RLIMIT_AS, &limit);
-            if (chdir(mFolder.c_str()) != 0 || std::freopen(out, "w", stdout) == nullptr ||
+            if (chdir(path("").c_str()) != 0 || std::freopen(out, "w", stdout) == nullptr ||
                 std::freopen("../error.txt", "w", stderr) == nullptr)
                 _exit(99);
             execv(QX_QXRENDER, words.data());
@@ -78,18 +65,19 @@ protected:
         int status = 0;
         waitpid(child, &status, 0);
         outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-        outcome.out = read((mFolder / "../out.txt").string());
-        outcome.error = read((mFolder / "../error.txt").string());
+        outcome.out = mFolder.read("out.txt");
+        outcome.error = mFolder.read("error.txt");
         return outcome;
     }
 
     std::vector<std::string> filesLeft() const {
         std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(mFolder)) names.push_back(entry.path().filename());
+        for (const auto& entry : std::filesystem::directory_iterator(path("")))
+            names.push_back(entry.path().filename());
         return names;
     }
 
-    std::filesystem::path mFolder;
+    const QxFontEffect::test::TemporaryFolder mFolder;
 };
 
 TEST_F(CommandLine, EndsEveryMistakeWithOneLineCodeTwoAndNoFile) {
@@ -156,7 +144,7 @@ TEST_F(CommandLine, EndsEveryMistakeWithOneLineCodeTwoAndNoFile) {
 }
 
 TEST_F(CommandLine, RefusesBrokenFilesOfEveryKind) {
-    write("cut.ttf", read(QX_ROBOTO).substr(0, 5000));
+    write("cut.ttf", QxFontEffect::test::TemporaryFolder::bytesOf(QX_ROBOTO).substr(0, 5000));
     write("cut.png", std::string("\x89PNG\r\n\x1a\n") + "trash");
     write("bad.txt", "fine until h\xC3re");
     write("bad.json", std::string("\x00\x01{", 3));
@@ -178,10 +166,10 @@ TEST_F(CommandLine, RefusesBrokenFilesOfEveryKind) {
 TEST_F(CommandLine, LeavesAnOlderFileWhenItFails) {
     write("x.png", "old");
     EXPECT_EQ(run({"x", "-o", "x.png", "--save-style", "gone/s.json"}).status, 2);
-    EXPECT_EQ(read(path("x.png")), "old");
+    EXPECT_EQ(read("x.png"), "old");
     EXPECT_EQ(run({"x", "-o", "x.png", "--report"}, RLIM_INFINITY, "/dev/full").status, 2);
     EXPECT_EQ(run({"x", "-o", "x.png"}).status, 0);
-    EXPECT_EQ(read(path("x.png")).substr(1, 3), "PNG");
+    EXPECT_EQ(read("x.png").substr(1, 3), "PNG");
     EXPECT_EQ(filesLeft().size(), 1u);
 }
 
@@ -232,7 +220,7 @@ TEST_F(CommandLine, ReadsTheTextOfAFileLikeThatOfAnArgument) {
     write("t.txt", "\xEF\xBB\xBFZwei\nZeilen\n");
     ASSERT_EQ(run({"--text-file", "t.txt", "-o", "a.png"}).status, 0);
     ASSERT_EQ(run({"Zwei\\nZeilen", "-o", "b.png"}).status, 0);
-    EXPECT_EQ(read(path("a.png")), read(path("b.png")));
+    EXPECT_EQ(read("a.png"), read("b.png"));
 }
 
 TEST_F(CommandLine, SavesTheStyleThatItDraws) {
@@ -242,8 +230,8 @@ TEST_F(CommandLine, SavesTheStyleThatItDraws) {
     first.insert(first.end(), effects.begin(), effects.end());
     ASSERT_EQ(run(first).status, 0);
     ASSERT_EQ(run({"Style", "-o", "b.png", "--style", "s.json", "--save-style", "again.json"}).status, 0);
-    EXPECT_EQ(read(path("a.png")), read(path("b.png")));
-    EXPECT_EQ(read(path("s.json")), read(path("again.json")));
+    EXPECT_EQ(read("a.png"), read("b.png"));
+    EXPECT_EQ(read("s.json"), read("again.json"));
 
     // An option replaces the style's effect of its kind and leaves the others.
     ASSERT_EQ(run({"--style", "s.json", "--effect", "stroke width=9", "--save-style", "wide.json"}).status, 0);

@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,27 +15,16 @@
 #include "output_file.h"
 #include "png_file.h"
 #include "style_stack.h"
+#include "support/temporary_folder.h"
 
 namespace qxrender {
 namespace {
 
 class StyleFile : public ::testing::Test {
 protected:
-    void SetUp() override {
-        mFolder = std::filesystem::path(::testing::TempDir()) /
-                  (std::string("style-") + ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        std::filesystem::create_directories(mFolder);
-    }
-    void TearDown() override { std::filesystem::remove_all(mFolder); }
+    std::string path(const std::string& name = "style.json") const { return mFolder.path(name); }
 
-    std::string path(const std::string& name = "style.json") const { return (mFolder / name).string(); }
-
-    std::string write(const std::string& text) const {
-        std::ofstream(path(), std::ios::binary) << text;
-        return path();
-    }
-
-    Style read(const std::string& text) const { return readStyle(write(text)); }
+    Style read(const std::string& text) const { return readStyle(mFolder.write("style.json", text)); }
 
     /// What the reader complains about, behind the file's name; "" when it takes the document.
     std::string complaint(const std::string& text) const {
@@ -55,7 +43,7 @@ protected:
         OutputFile("", path("tile.png"), encodePng(tile)).publish();
     }
 
-    std::filesystem::path mFolder;
+    const QxFontEffect::test::TemporaryFolder mFolder;
 };
 
 std::string effect(const std::string& members) {

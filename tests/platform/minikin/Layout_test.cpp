@@ -271,16 +271,11 @@ TEST(Layout, BrokenFontsAreRefusedOrLaidOut) {
             const size_t reach = flips % 2 == 0 ? bytes.size() : std::min<size_t>(bytes.size(), 4096);
             bytes[random() % reach] = static_cast<char>(random());
         }
-        sk_sp<SkTypeface> typeface =
-            SkTypeface::MakeFromStream(std::make_unique<SkMemoryStream>(bytes.data(), bytes.size()), 0);
-        if (i % 4 == 3)
-            typeface = SkTypeface::MakeFromStream(std::make_unique<SkMemoryStream>(good.data(), good.size()), 0);
+        const sk_sp<SkTypeface> typeface = openBytes(i % 4 == 3 ? good : bytes);
         if (!typeface) continue;
         ++opened;
-        const auto font = std::make_shared<android::MinikinFontSkia>(typeface, bytes.data(), bytes.size(), "broken", 0,
-                                                                     std::vector<minikin::FontVariation>());
         std::vector<minikin::Font> fonts;
-        fonts.push_back(minikin::Font::Builder(font).build());
+        fonts.push_back(minikin::Font::Builder(fontOf(typeface, bytes, "broken")).build());
         const auto collection = typefaceOf({std::make_shared<minikin::FontFamily>(std::move(fonts))});
         const Layout layout = layOut(u"سلام Ag", devicePaint(), *collection);
         EXPECT_GT(layout.nGlyphs(), 0u);
@@ -292,12 +287,7 @@ TEST(Layout, BrokenFontsAreRefusedOrLaidOut) {
 TEST(Layout, ThreadsShareFontsAndFamilies) {
     // Fresh objects, so that faces, coverage and metrics are all opened while others ask for them.
     const std::vector<char>& bytes = testsupport::fontBytes(testsupport::kNotoNaskh);
-    const auto fresh = std::make_shared<android::MinikinFontSkia>(
-        SkTypeface::MakeFromStream(std::make_unique<SkMemoryStream>(bytes.data(), bytes.size()), 0), bytes.data(),
-        bytes.size(), "fresh", 0, std::vector<minikin::FontVariation>());
-    std::vector<minikin::Font> fonts;
-    fonts.push_back(upright(fresh));
-    Families families = {roboto(), std::make_shared<minikin::FontFamily>(std::move(fonts))};
+    Families families = {roboto(), familyOf(fontOf(openBytes(bytes), bytes, "fresh"))};
     const auto shared = typefaceOf(families);
 
     std::vector<float> advances(4, 0.0f);

@@ -33,23 +33,6 @@ TEST(Paint, FlagsSetAndClearTheirSwitches) {
     EXPECT_FALSE(paint.getSkFont().isEmbolden());
 }
 
-TEST(Paint, CopiesAreIndependent) {
-    Paint original = devicePaint();
-    original.setLetterSpacing(0.5f);
-    original.setFontFeatureSettings("smcp");
-    Paint copy = original;
-    copy.getSkFont().setSize(10.0f);
-    copy.setColor(0x80112233);
-    copy.setFontFeatureSettings("");
-    EXPECT_EQ(original.getSkFont().getSize(), 48.0f);
-    EXPECT_EQ(original.getColor(), 0xFF000000u);
-    EXPECT_EQ(original.getFontFeatureSettings(), "smcp");
-    EXPECT_EQ(copy.getLetterSpacing(), 0.5f);
-    copy.reset();
-    EXPECT_EQ(copy.getJavaFlags(), 0u);
-    EXPECT_EQ(copy.getSkFont().getSize(), 12.0f);
-}
-
 TEST(MinikinFontSkia, FakeryAddsToTheFontsOwn) {
     const auto font = installedFont(testsupport::kRobotoRegular);
     SkFont skFont;

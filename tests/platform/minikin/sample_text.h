@@ -23,6 +23,17 @@ using minikin::FamilyVariant;
 using minikin::FontStyle;
 using Families = std::vector<std::shared_ptr<minikin::FontFamily>>;
 
+/// A font made of bytes in place.
+inline std::shared_ptr<android::MinikinFontSkia> fontOf(const sk_sp<SkTypeface>& typeface,
+                                                        const std::vector<char>& bytes, const std::string& name,
+                                                        int index = 0) {
+    return std::make_shared<android::MinikinFontSkia>(typeface, bytes.data(), bytes.size(), name, index,
+                                                      std::vector<minikin::FontVariation>());
+}
+inline sk_sp<SkTypeface> openBytes(const std::vector<char>& bytes, int index = 0) {
+    return SkTypeface::MakeFromStream(std::make_unique<SkMemoryStream>(bytes.data(), bytes.size()), index);
+}
+
 /// An installed font; the same object every time, so that its caches are shared like on a device.
 inline std::shared_ptr<minikin::MinikinFont> installedFont(const std::string& fileName, int index = 0) {
     static auto* known = new std::vector<std::shared_ptr<android::MinikinFontSkia>>;
@@ -30,14 +41,12 @@ inline std::shared_ptr<minikin::MinikinFont> installedFont(const std::string& fi
         if (font->getFilePath() == fileName && font->GetFontIndex() == index) return font;
     }
     const std::vector<char>& bytes = testsupport::fontBytes(fileName);
-    sk_sp<SkTypeface> typeface =
-        SkTypeface::MakeFromStream(std::make_unique<SkMemoryStream>(bytes.data(), bytes.size()), index);
+    const sk_sp<SkTypeface> typeface = openBytes(bytes, index);
     if (!typeface) {
         ADD_FAILURE() << fileName << " cannot be opened";
         return nullptr;
     }
-    known->push_back(std::make_shared<android::MinikinFontSkia>(typeface, bytes.data(), bytes.size(), fileName, index,
-                                                                std::vector<minikin::FontVariation>()));
+    known->push_back(fontOf(typeface, bytes, fileName, index));
     return known->back();
 }
 
@@ -46,6 +55,13 @@ inline minikin::Font upright(const std::shared_ptr<minikin::MinikinFont>& font, 
         .setWeight(static_cast<uint16_t>(weight))
         .setSlant(FontStyle::Slant::UPRIGHT)
         .build();
+}
+
+/// A family of one upright font.
+inline std::shared_ptr<minikin::FontFamily> familyOf(const std::shared_ptr<minikin::MinikinFont>& font) {
+    std::vector<minikin::Font> fonts;
+    fonts.push_back(upright(font));
+    return std::make_shared<minikin::FontFamily>(std::move(fonts));
 }
 
 inline std::shared_ptr<minikin::FontFamily> family(const std::string& fileName, const std::string& locales,

@@ -2,30 +2,24 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <memory>
+
+#include "support/temporary_folder.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// A directory of assets beside a file that is none.
+/// A folder of assets beside a file that is none.
 class Assets : public ::testing::Test {
 protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "assets-XXXXXX").string();
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        mRoot = pattern;
-        fs::create_directories(mRoot / "assets" / "fonts");
-        std::ofstream(mRoot / "assets" / "fonts" / "some.ttf") << "0123456789";
-        std::ofstream(mRoot / "secret") << "outside";
-        mManager.reset(portable::newAssetManager((mRoot / "assets").string()));
+    Assets() {
+        std::filesystem::create_directories(folder.path("assets/fonts"));
+        folder.write("assets/fonts/some.ttf", "0123456789");
+        folder.write("secret", "outside");
+        mManager.reset(portable::newAssetManager(folder.path("assets")));
     }
-    void TearDown() override { fs::remove_all(mRoot); }
 
-    fs::path mRoot;
+    const QxFontEffect::test::TemporaryFolder folder;
     std::unique_ptr<AAssetManager, decltype(&portable::deleteAssetManager)> mManager{nullptr,
                                                                                      portable::deleteAssetManager};
 };
@@ -47,7 +41,7 @@ TEST_F(Assets, AreReadInPiecesUpToTheirEnd) {
 }
 
 TEST_F(Assets, OpenOnlyFilesBelowTheirDirectory) {
-    const std::string absolute = (mRoot / "assets" / "fonts" / "some.ttf").string();
+    const std::string absolute = folder.path("assets/fonts/some.ttf");
     for (const char* name : {"missing.ttf", "fonts", "", "../secret", "fonts/../../secret", absolute.c_str()})
         EXPECT_EQ(AAssetManager_open(mManager.get(), name, AASSET_MODE_BUFFER), nullptr) << name;
     for (int mode : {-1, 0, 4}) EXPECT_EQ(AAssetManager_open(mManager.get(), "fonts/some.ttf", mode), nullptr) << mode;
@@ -56,7 +50,7 @@ TEST_F(Assets, OpenOnlyFilesBelowTheirDirectory) {
 }
 
 TEST_F(Assets, DefaultManagersFollowTheDirectoryThatIsSet) {
-    portable::setAssetDirectory((mRoot / "assets" / "fonts").string());
+    portable::setAssetDirectory(folder.path("assets/fonts"));
     mManager.reset(portable::newDefaultAssetManager());
     portable::setAssetDirectory(".");
     AAsset* asset = AAssetManager_open(mManager.get(), "some.ttf", AASSET_MODE_STREAMING);

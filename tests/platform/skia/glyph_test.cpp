@@ -27,12 +27,6 @@ void bold(SkFont& font) {
 void italic(SkFont& font) {
     font.setSkewX(-0.25f);
 }
-void wide(SkFont& font) {
-    font.setScaleX(2);
-}
-void linear(SkFont& font) {
-    font.setLinearMetrics(true);
-}
 void aliased(SkFont& font) {
     font.setEdging(SkFont::Edging::kAlias);
 }
@@ -51,54 +45,6 @@ void mirrored(SkFont& font) {
 }
 
 }  // namespace
-
-// Numbers taken from the device with the same font files.
-TEST(Glyph, MetricsAndMasksAreTheDevices) {
-    const struct {
-        const char* what;
-        const char* file;
-        int index;
-        unsigned character;
-        Change change;
-        float advance;
-        SkRect bounds;
-        long sum;  // of the mask, drawn at (-left, -top) into advance x height
-    } rows[] = {
-        {"H", kRobotoRegular, 0, 'H', asItIs, 34, {3, -35, 31, 0}, 91925},
-        {"H fake bold", kRobotoRegular, 0, 'H', bold, 34, {3, -36, 32, 0}, 124292},
-        {"H medium", kRobotoMedium, 0, 'H', asItIs, 34, {3, -35, 31, 0}, 117443},
-        {"H black", kRobotoBlack, 0, 'H', asItIs, 34, {2, -35, 32, 0}, 159595},
-        {"H fake italic", kRobotoRegular, 0, 'H', italic, 34.2421875f, {3, -35, 39, 0}, 89643},
-        {"A twice as wide", kRobotoRegular, 0, 'A', wide, 63, {1, -35, 62, 0}, 164811},
-        {"Han fake bold", kNotoCjk, 2, 0x6F22, bold, 48, {1, -43, 49, 5}, 282056},
-        {"blank", kRobotoRegular, 0, ' ', asItIs, 12, {0, 0, 0, 0}, 0},
-        {"H linear", kRobotoRegular, 0, 'H', linear, 34.2421875f, {3, -35, 31, 0}, 91925},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
-        SkFont font = textFont(row.file, row.index);
-        row.change(font);
-        const SkGlyphID glyph = glyphOf(row.file, row.character, row.index);
-        ASSERT_NE(glyph, 0);
-        EXPECT_EQ(advanceOf(font, glyph), row.advance);
-        EXPECT_EQ(boundsOf(font, glyph), row.bounds);
-
-        CoveragePlane plane(static_cast<int>(row.advance), static_cast<int>(row.bounds.height()));
-        plane.canvas().drawTextBlob(blobOf(font, glyph), -row.bounds.fLeft, -row.bounds.fTop, SkPaint());
-        EXPECT_EQ(plane.sum(), row.sum);
-    }
-}
-
-TEST(Glyph, TwoGlyphsAntialiasedAndAliasedAreTheDevices) {
-    SkFont font = textFont(kRobotoRegular);
-    const std::vector<SkGlyphID> glyphs = {glyphOf(kRobotoRegular, 'A'), glyphOf(kRobotoRegular, 'g')};
-    for (const auto& [change, sum] : {std::pair<Change, long>{asItIs, 172363}, {aliased, 184875}}) {
-        change(font);
-        CoveragePlane plane(58, 46);
-        plane.canvas().drawTextBlob(blobOf(font, glyphs, {{0, 0}, {31, 0}}), 0, 35, SkPaint());
-        EXPECT_EQ(plane.sum(), sum);
-    }
-}
 
 TEST(Glyph, AliasedMasksHaveNothingBetweenNoneAndFull) {
     for (Change change : {aliased, largeAliased}) {
