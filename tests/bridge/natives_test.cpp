@@ -129,18 +129,6 @@ public:
     const jobject object;
 };
 
-TEST(Natives, KeepNothingOfWhatTheVmLends) {
-    const CapturedLog log;
-    const BoundText text;
-    for (const Call& call : allCalls()) {
-        if (std::string(call.name) == "finalize") continue;
-        JniHooks hooks(env());
-        EXPECT_TRUE(call.succeeds(text.object)) << call.name;
-        EXPECT_EQ(0, hooks.lent()) << call.name;
-        EXPECT_EQ(0, hooks.otherReleaseModes) << call.name;
-    }
-}
-
 TEST(Natives, HundredThousandCallsFitOneFrameOfReferences) {
     CapturedLog log;
     const BoundText text;
@@ -160,7 +148,7 @@ TEST(Natives, HundredThousandCallsFitOneFrameOfReferences) {
     EXPECT_EQ(errorBefore, Error::GetError());
 }
 
-TEST(Natives, AnswerFailureWhereTheVmRefusesMemory) {
+TEST(Natives, AnswerFailureWhereTheVmRefusesMemoryAndKeepNothingOfWhatItLends) {
     const CapturedLog log;
     for (const Call& call : allCalls()) {
         for (int n = 1;; ++n) {
@@ -169,7 +157,7 @@ TEST(Natives, AnswerFailureWhereTheVmRefusesMemory) {
             hooks.refuseAt = n;
             const bool succeeded = call.succeeds(text.object);
             EXPECT_FALSE(env()->ExceptionCheck()) << call.name << ", request " << n;
-            EXPECT_EQ(0, hooks.lent()) << call.name << ", request " << n;
+            EXPECT_EQ(0, hooks.lent() + hooks.otherReleaseModes) << call.name << ", request " << n;
             if (hooks.requests < n) {
                 EXPECT_TRUE(succeeded) << call.name;
                 break;

@@ -70,14 +70,6 @@ TEST(Pattern, EqualsThePlainLoopsOnRandomPictures) {
     EXPECT_TRUE(test::drawsLike<QxPattern>(drawPlainly, picture, QxPatternProperty(&pattern, 2.0f, 0.5f), 0));
 }
 
-TEST(Pattern, OpaqueWhiteComesOutSlightlyDarker) {
-    QxBitmap white(2, 2, 4);
-    std::fill_n(white.pixels, 16, uint8_t{255});
-    CorePicture picture = filled(3, 3, &white, 1.0f, 1.0f);
-    EXPECT_EQ(picture.out(2, 2, 3), 253);
-    for (int k = 0; k < 3; ++k) EXPECT_EQ(picture.out(2, 2, k), 251);
-}
-
 TEST(Pattern, DrawsNothingWithoutSomethingToDraw) {
     Rng rng(3);
     QxBitmap good = randomPattern(rng, 4, 4);

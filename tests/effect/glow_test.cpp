@@ -75,18 +75,6 @@ TEST(Glow, ColourTableFollowsTheStops) {
             }
 }
 
-TEST(Glow, OnlySizeZeroBlanksTheTable) {
-    for (const float size : {0.0f, -0.0f, 0.001f, -0.5f}) {
-        QxInnerGlow core;
-        QxInnerGlowProperty record(size, 0xFF112233u, 1, 0, nullptr);
-        core.setProperty(&record);
-        std::vector<uint32_t> lut(257, 1);
-        core.makeColorLUT(lut.data(), 0.3f, 0);
-        EXPECT_EQ(lut[0], size == 0.0f ? 0u : 0xFF112233u) << size;
-        EXPECT_EQ(lut[256], size == 0.0f ? 0u : 0x00112233u) << size;
-    }
-}
-
 TEST(Glow, StopsAreCopiedAndTheMarginIsTheRoundedSize) {
     QxGradient stops[2] = {{0xFF000001u, 1, 0}, {0xFF000002u, 1, 1}};
     QxOuterGlow core;

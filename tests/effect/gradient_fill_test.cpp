@@ -54,24 +54,6 @@ TEST(Gradients, EqualThePlainLoopsOnRandomPictures) {
     }
 }
 
-TEST(Gradients, RunFromTheFirstStopAcrossTheRectangle) {
-    QxGradient stops[] = {{0xFF000000u, 1.0f, 0.0f}, {0xFFFFFFFFu, 1.0f, 1.0f}};
-    CorePicture columns(256, 2), rows(3, 256), rings(256, 1);
-    for (CorePicture* picture : {&columns, &rows, &rings}) picture->inkAll(1);
-    test::drawWith<QxLinearGradient>(columns, QxLinearGradientProperty(0.0f, 1.0f, 1.0f, 2, stops));
-    test::drawWith<QxLinearGradient>(rows, QxLinearGradientProperty(-90.0f, 1.0f, 1.0f, 2, stops));
-    test::drawWith<QxRadialGradient>(rings, QxRadialGradientProperty(0.0f, 1.0f, 1.0f, 2, stops));
-    // Colours grow by ((channel + 1) * 255) >> 8 from the table's, which is i - 1 or i.
-    EXPECT_EQ(0, columns.out(0, 1, 0));
-    EXPECT_NEAR(127, columns.out(128, 0, 0), 1);
-    EXPECT_NEAR(254, columns.out(255, 0, 0), 1);
-    EXPECT_EQ(0, rows.out(1, 0, 2));
-    EXPECT_NEAR(254, rows.out(1, 255, 2), 1);
-    EXPECT_EQ(0, rings.out(128, 0, 1));
-    EXPECT_NEAR(254, rings.out(0, 0, 1), 1);
-    EXPECT_NEAR(128, rings.out(64, 0, 1), 1);
-}
-
 TEST(Gradients, NothingIsPaintedWithoutStopsOrBelowATenthOfScale) {
     QxGradient stop[] = {{0xFFFFFFFFu, 1.0f, 0.0f}};
     const struct {

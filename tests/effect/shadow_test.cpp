@@ -125,15 +125,6 @@ TEST(OuterShadow, OnePixelIsThinnedToNothingOrFallsBesideThePicture) {
     EXPECT_TRUE(picture.blank());
 }
 
-TEST(InnerShadow, RectangleEdgesCountAsDark) {
-    CorePicture picture(9, 9);
-    picture.inkAll(255);
-    test::drawWith<QxInnerShadow>(picture, QxInnerShadowProperty(0, 0, 2, 0xFFFFFFFFu, 1));
-    EXPECT_GT(picture.out(0, 4, 3), 0);
-    EXPECT_EQ(picture.out(0, 4, 3), picture.out(8, 4, 3));
-    EXPECT_EQ(picture.out(4, 4, 3), 0);
-}
-
 TEST(InnerShadow, WildSettingsPutAllInShadowOrDrawNothing) {
     const struct {
         float angle, distance, size;

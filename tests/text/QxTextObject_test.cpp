@@ -213,5 +213,14 @@ TEST(TextObject, LinesAreTakenOverAndReplaced) {
     EXPECT_TRUE(object.SetLineInfo(&unconstructed));
 }
 
+TEST(TextObject, AStyleReplacesTheOneBefore) {
+    test::TextScene object(L"a", 10, 10);
+    for (const int bits : {3, 1, 2, 0, 3}) {
+        EXPECT_TRUE(object.SetTextStyle((bits & 1) != 0, (bits & 2) != 0));
+        EXPECT_EQ((bits & 1) != 0, object.isBoldTextStyle());
+        EXPECT_EQ((bits & 2) != 0, object.isItalicTextStyle());
+    }
+}
+
 }  // namespace
 }  // namespace QxFontEffect

@@ -31,6 +31,8 @@ TEST(Paint, FlagsSetAndClearTheirSwitches) {
     paint.getSkFont().setEmbolden(true);
     paint.setJavaFlags(0x503);
     EXPECT_FALSE(paint.getSkFont().isEmbolden());
+    paint.reset();
+    EXPECT_EQ(paint.getJavaFlags(), 0u);
 }
 
 TEST(MinikinFontSkia, FakeryAddsToTheFontsOwn) {
