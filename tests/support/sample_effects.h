@@ -1,11 +1,12 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
+#include <optional>
 
 #include "effect/QxEffect.h"
 #include "pixel/QxBitmap.h"
 #include "pixel/QxGlyph.h"
+#include "support/allocation_pause.h"
 
 namespace QxFontEffect::test {
 
@@ -39,8 +40,11 @@ inline int addSample(QxEffect& stack, int type, int variant = 0) {
         case QXE_STROKE:
             return stack.addStrokeText(4, 0xFFD01010u, 0.9f, 0, variant);
         case QXE_PATTERN: {
-            QxBitmap tile(3, 3, 4);
-            for (int i = 0; tile.pixels != nullptr && i < 36; ++i) tile.pixels[i] = static_cast<uint8_t>(60 + 5 * i);
+            uint8_t bytes[36];
+            for (int i = 0; i < 36; ++i) bytes[i] = static_cast<uint8_t>(60 + 5 * i);
+            std::optional<AllocationPause> pause(std::in_place);  // the tile is not what is short of memory
+            QxBitmap tile(3, 3, bytes, 4);
+            pause.reset();
             return stack.addPatternText(&tile, 1.5f, 0.8f);
         }
         default:
