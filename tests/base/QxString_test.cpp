@@ -259,7 +259,21 @@ TEST(QxString, TellsItsSizesAndWritesItsForms) {
 TEST(QxString, StaysAsItWasWhenMemoryRunsOut) {
     CapturedLog log;
     const Made other(L"xyz");
-    for (int operation = 0; operation < 8; ++operation) {
+    using Operation = bool (*)(QxString&, const QxString&, QxString&);
+    const Operation operations[] = {
+        [](QxString& string, const QxString&, QxString&) { return string.Set(L"other"); },
+        [](QxString& string, const QxString&, QxString&) { return string.Append("xyz"); },
+        [](QxString& string, const QxString& piece, QxString&) { return string.Insert(&piece, 1); },
+        [](QxString& string, const QxString&, QxString&) { return string.Remove(1, 1); },
+        [](QxString& string, const QxString& piece, QxString&) { return string.SetSubstring(&piece, 0, 1); },
+        [](QxString& string, const QxString&, QxString&) { return string.CompareTo("abc") == 0; },
+        [](QxString&, const QxString&, QxString& shell) { return shell.Construct("abc"); },
+        [](QxString& string, const QxString&, QxString&) {
+            return std::unique_ptr<uint16_t[]>(string.GetUTF16()) != nullptr;
+        },
+    };
+    for (const Operation& operate : operations) {
+        const auto operation = &operate - operations;
         int n = 0;
         for (;; ++n) {
             Made string(L"abc");
@@ -269,32 +283,7 @@ TEST(QxString, StaysAsItWasWhenMemoryRunsOut) {
             bool refused = false;
             {
                 test::FailingAlloc failing(n);
-                switch (operation) {
-                    case 0:
-                        done = string.Set(L"other");
-                        break;
-                    case 1:
-                        done = string.Append("xyz");
-                        break;
-                    case 2:
-                        done = string.Insert(&other, 1);
-                        break;
-                    case 3:
-                        done = string.Remove(1, 1);
-                        break;
-                    case 4:
-                        done = string.SetSubstring(&other, 0, 1);
-                        break;
-                    case 5:
-                        done = string.CompareTo("abc") == 0;
-                        break;
-                    case 6:
-                        done = shell.Construct("abc");
-                        break;
-                    default:
-                        done = std::unique_ptr<uint16_t[]>(string.GetUTF16()) != nullptr;
-                        break;
-                }
+                done = operate(string, other, shell);
                 refused = failing.refused();
             }
             EXPECT_EQ(done, !refused) << "operation " << operation << ", request " << n;

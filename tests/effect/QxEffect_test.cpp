@@ -245,22 +245,19 @@ TEST_F(EffectStack, StopsAreRebuiltAndCopied) {
     stack.addLinearGradientText(0, 1, 1.5f, 300, given.data());
     stack.addRadialGradientText(1, 1.5f, 300, given.data());
     given.assign(300, QxGradient{});
-    const struct {
-        int count;
-        const QxGradient* gradient;
-    } rows[] = {
-        {recordOf<QxOuterGlowProperty>(stack, 3).count, recordOf<QxOuterGlowProperty>(stack, 3).gradient},
-        {recordOf<QxInnerGlowProperty>(stack, 4).count, recordOf<QxInnerGlowProperty>(stack, 4).gradient},
-        {recordOf<QxLinearGradientProperty>(stack, 7).count, recordOf<QxLinearGradientProperty>(stack, 7).gradient},
-        {recordOf<QxRadialGradientProperty>(stack, 8).count, recordOf<QxRadialGradientProperty>(stack, 8).gradient}};
-    for (const auto& row : rows) {
-        ASSERT_EQ(row.count, 256);
+    const auto check = [&wanted](int count, const QxGradient* stored) {
+        ASSERT_EQ(count, 256);
         for (int i = 0; i < 5; ++i) {
-            EXPECT_EQ(row.gradient[i].color, wanted[i].color) << i;
-            EXPECT_EQ(row.gradient[i].position, wanted[i].position) << i;
-            EXPECT_TRUE(row.gradient[i].alpha == wanted[i].alpha || i == 2) << i;
+            EXPECT_EQ(stored[i].color, wanted[i].color) << i;
+            EXPECT_EQ(stored[i].position, wanted[i].position) << i;
+            EXPECT_TRUE(stored[i].alpha == wanted[i].alpha || i == 2) << i;
         }
-    }
+    };
+    for (const int type : {3, 4})
+        check(recordOf<QxGlowProperty>(stack, type).count, recordOf<QxGlowProperty>(stack, type).gradient);
+    for (const int type : {7, 8})
+        check(recordOf<QxGradientFillProperty>(stack, type).count,
+              recordOf<QxGradientFillProperty>(stack, type).gradient);
     for (int count : {0, -1, std::numeric_limits<int>::min()}) {
         stack.addLinearGradientText(0, 1, 1, count, given.data());
         EXPECT_EQ(recordOf<QxLinearGradientProperty>(stack, 7).count, 0);

@@ -45,31 +45,27 @@ std::vector<QxGradient> randomStops(Rng& rng) {
     return stops;
 }
 
-void addShadow(Rng& rng, QxEffect& stack, bool outer) {
+template <typename Add>
+void addShadow(Rng& rng, QxEffect& stack, Add add) {
     const float angle = randomAngle(rng);
     const float distance = rng.oneIn(6) ? within(rng, 0, 110) : static_cast<float>(rng.between(0, 20));
     const float size = randomSize(rng);
     const uint32_t color = rng.next32();
     const float opacity = randomOpacity(rng);
-    if (outer)
-        stack.addOuterShadowText(angle, distance, size, color, opacity);
-    else
-        stack.addInnerShadowText(angle, distance, size, color, opacity);
+    (stack.*add)(angle, distance, size, color, opacity);
 }
 
-void addGlow(Rng& rng, QxEffect& stack, bool outer) {
+template <typename Add>
+void addGlow(Rng& rng, QxEffect& stack, Add add) {
     std::vector<QxGradient> stops = randomStops(rng);
     const float size = randomSize(rng);
     const uint32_t color = rng.next32();
     const float opacity = randomOpacity(rng);
-    const int count = static_cast<int>(stops.size());
-    if (outer)
-        stack.addOuterGlowText(size, color, opacity, count, stops.data());
-    else
-        stack.addInnerGlowText(size, color, opacity, count, stops.data());
+    (stack.*add)(size, color, opacity, static_cast<int>(stops.size()), stops.data());
 }
 
-void addRelief(Rng& rng, QxEffect& stack, bool bevel) {
+template <typename Add>
+void addRelief(Rng& rng, QxEffect& stack, Add add) {
     const int style = rng.between(0, 2);
     const float size = rng.oneIn(6) ? within(rng, 0, 40) : static_cast<float>(rng.between(0, 16));
     const float depth = within(rng, -0.5f, 10.5f);
@@ -83,12 +79,8 @@ void addRelief(Rng& rng, QxEffect& stack, bool bevel) {
     const float highlightOpacity = randomOpacity(rng);
     const uint32_t shadow = rng.next32();
     const float shadowOpacity = randomOpacity(rng);
-    if (bevel)
-        stack.addBevelText(style, size, depth, direction, technique, soften, opacity, angle, altitude, highlight,
-                           highlightOpacity, shadow, shadowOpacity);
-    else
-        stack.addEmbossText(style, size, depth, direction, technique, soften, opacity, angle, altitude, highlight,
-                            highlightOpacity, shadow, shadowOpacity);
+    (stack.*add)(style, size, depth, direction, technique, soften, opacity, angle, altitude, highlight,
+                 highlightOpacity, shadow, shadowOpacity);
 }
 
 void addGradient(Rng& rng, QxEffect& stack, bool linear) {
@@ -143,17 +135,17 @@ void appendNumber(std::vector<uint8_t>& bytes, int value) {
 void addRandomEffect(Rng& rng, QxEffect& stack, int type) {
     switch (type) {
         case QXE_OUTER_SHADOW:
-            return addShadow(rng, stack, true);
+            return addShadow(rng, stack, &QxEffect::addOuterShadowText);
         case QXE_INNER_SHADOW:
-            return addShadow(rng, stack, false);
+            return addShadow(rng, stack, &QxEffect::addInnerShadowText);
         case QXE_OUTER_GLOW:
-            return addGlow(rng, stack, true);
+            return addGlow(rng, stack, &QxEffect::addOuterGlowText);
         case QXE_INNER_GLOW:
-            return addGlow(rng, stack, false);
+            return addGlow(rng, stack, &QxEffect::addInnerGlowText);
         case QXE_BEVEL:
-            return addRelief(rng, stack, true);
+            return addRelief(rng, stack, &QxEffect::addBevelText);
         case QXE_EMBOSS:
-            return addRelief(rng, stack, false);
+            return addRelief(rng, stack, &QxEffect::addEmbossText);
         case QXE_LINEAR_GRADIENT:
             return addGradient(rng, stack, true);
         case QXE_RADIAL_GRADIENT:
