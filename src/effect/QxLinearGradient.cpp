@@ -42,7 +42,7 @@ void QxLinearGradient::setProperty(QxProperty* p) {
 }
 
 void QxLinearGradient::doPostProcessing(ParamPostProcessing* p) {
-    GradientFill fill;
+    GradientFill fill{};
     if (!prepareGradient(p, property, fill)) return;
 
     const Slope slope = slopeOf(*property, fill.width, fill.height);

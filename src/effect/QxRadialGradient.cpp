@@ -25,7 +25,7 @@ void QxRadialGradient::setProperty(QxProperty* p) {
 }
 
 void QxRadialGradient::doPostProcessing(ParamPostProcessing* p) {
-    GradientFill fill;
+    GradientFill fill{};
     if (!prepareGradient(p, property, fill)) return;
 
     const float step = 512.0f / fill.width / property->scale;

@@ -72,7 +72,8 @@ TEST(Rendering, CutsNothingOfADecorationOff) {
         for (const int size : sizes)
             for (const LayerMode mode : {LayerMode::Auto, LayerMode::Plain}) {
                 const Job job = decorated(effect + std::to_string(size), mode);
-                EXPECT_TRUE(sameInk(job, withRoom(job, 60 + 2 * size))) << effect << size << " mode " << static_cast<int>(mode);
+                EXPECT_TRUE(sameInk(job, withRoom(job, 60 + 2 * size)))
+                    << effect << size << " mode " << static_cast<int>(mode);
             }
 }
 
