@@ -16,7 +16,8 @@ namespace QxFontEffect {
 constexpr int kNarrowUnit = 16;
 constexpr int kNarrowWordColumns = 64 * kNarrowUnit / 2;
 
-/// A strip of so many rows is made at once: what a pass reads should have left the processor's store buffer.
+/// A strip of so many rows is made at once: what it takes to begin a pass is spread over them, and a pass reads what
+/// the one before it has made a while ago.
 constexpr int kNarrowRows = 16;
 
 /// Marks of the rows of a strip. Loops that take them go by the bits of the left halves.

@@ -179,9 +179,8 @@ private:
     }
 
     static inline U16s quotient(U16s sums) {
-        // The product with a power of two shifts, like the other ones the fastest way to do so.
-        return highProduct(highProduct(sums >> kNarrowBell<index>.before, inAllLanes(kNarrowBell<index>.multiplier)),
-                           inAllLanes(0x10000 >> kNarrowBell<index>.after));
+        constexpr NarrowBell kBell = kNarrowBell<index>;
+        return highProduct(sums >> kBell.before, inAllLanes(kBell.multiplier)) >> kBell.after;
     }
 
     U16s mStart;
