@@ -8,8 +8,14 @@
 namespace QxFontEffect {
 namespace {
 
-// What a row of output needs stays within the nearest cache.
-constexpr int64_t kWidestTile = 1024;
+// What a row of this many columns of output needs stays within the nearest cache.
+constexpr int64_t kTileColumns = 1024;
+
+/// Columns of equal tiles about as wide as that: a narrow one at the end would cost as many rows as the others.
+int64_t tileColumns(int64_t columns) {
+    const int64_t tiles = std::max<int64_t>((columns + kTileColumns / 2) / kTileColumns, 1);
+    return (columns + tiles - 1) / tiles;
+}
 
 SmallDisc smallDisc(float radius) {
     SmallDisc disc;
@@ -30,7 +36,7 @@ bool SmallDiscPlan::suits(float radius) {
 SmallDiscPlan::SmallDiscPlan(float radius, int areaWidth, int areaHeight, const DilateRange& out)
     : mDisc(smallDisc(radius)), mRingRows(std::min(2 * mDisc.reach + 1, areaHeight)) {
     if (!canDilate(areaWidth, areaHeight, out)) return;
-    const int64_t units = (std::min(out.x1 - out.x0, kWidestTile) + kSmallUnit - 1) / kSmallUnit;
+    const int64_t units = (tileColumns(out.x1 - out.x0) + kSmallUnit - 1) / kSmallUnit;
     mTileWidth = static_cast<int>(units * kSmallUnit);
 }
 
