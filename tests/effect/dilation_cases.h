@@ -48,4 +48,15 @@ inline std::vector<uint8_t> wholeResult(const GuardedPlane8& ink, const DilateAr
     return plane;
 }
 
+/// All of what the disc reaches, or a part of it.
+inline DilateRange randomRange(Rng& rng, const DilateArea& area, int reach) {
+    DilateRange range{-reach, -reach, area.width + reach, area.height + reach};
+    if (rng.oneIn(2)) return range;
+    range.x0 = rng.between(-reach, area.width - 1);
+    range.x1 = rng.between(static_cast<int>(range.x0) + 1, area.width + reach);
+    range.y0 = rng.between(-reach, area.height - 1);
+    range.y1 = rng.between(static_cast<int>(range.y0) + 1, area.height + reach);
+    return range;
+}
+
 }  // namespace QxFontEffect::test

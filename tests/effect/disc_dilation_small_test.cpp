@@ -71,16 +71,6 @@ void compare(const GuardedPlane8& ink, const DilateArea& area, float radius, con
     }
 }
 
-DilateRange rangeOf(Rng& rng, const DilateArea& area, int reach) {
-    DilateRange range{-reach, -reach, area.width + reach, area.height + reach};
-    if (rng.oneIn(2)) return range;
-    range.x0 = rng.between(-reach, area.width - 1);
-    range.x1 = rng.between(static_cast<int>(range.x0) + 1, area.width + reach);
-    range.y0 = rng.between(-reach, area.height - 1);
-    range.y1 = rng.between(static_cast<int>(range.y0) + 1, area.height + reach);
-    return range;
-}
-
 TEST(SmallDiscDilation, EveryPartOfEverySourceOnEveryPathEqualsThePlainLoops) {
     Rng rng(1);
     for (int width = 1; width <= 67; ++width)
@@ -91,7 +81,7 @@ TEST(SmallDiscDilation, EveryPartOfEverySourceOnEveryPathEqualsThePlainLoops) {
                 rng.oneIn(3) ? test::randomPlane8(rng, width, height) : test::textLike(rng, width, height);
             const DilateArea area{
                 ink.view(), rng.between(0, 3), rng.between(0, 3), width + rng.between(0, 200), height + 4, false};
-            ASSERT_NO_FATAL_FAILURE(compare(ink, area, radius, rangeOf(rng, area, discReach(radius))));
+            ASSERT_NO_FATAL_FAILURE(compare(ink, area, radius, test::randomRange(rng, area, discReach(radius))));
         }
 }
 

@@ -59,20 +59,10 @@ DilateRange wholeRange(const DilateArea& area, int reach) {
     return {-reach, -reach, area.width + reach, area.height + reach};
 }
 
-DilateRange randomRange(Rng& rng, const DilateArea& area, int reach) {
-    DilateRange range = wholeRange(area, reach);
-    if (rng.oneIn(2)) return range;
-    range.x0 = rng.between(-reach, area.width - 1);
-    range.x1 = rng.between(static_cast<int>(range.x0) + 1, area.width + reach);
-    range.y0 = rng.between(-reach, area.height - 1);
-    range.y1 = rng.between(static_cast<int>(range.y0) + 1, area.height + reach);
-    return range;
-}
-
 /// Compares a random part with the plain loops, on every path, in one tile and in narrow ones. Returns the most tiles.
 int comparePart(Rng& rng, const GuardedPlane8& ink, const DilateArea& area, float radius, int number) {
     const int reach = discReach(radius);
-    const DilateRange range = randomRange(rng, area, reach);
+    const DilateRange range = test::randomRange(rng, area, reach);
     const GuardedPlane8 want = partOf(wholeResult(ink, area, radius), area, reach, range);
     int mostTiles = 0;
     for (const DilateKernels* kernels : kernelsHere())

@@ -60,15 +60,8 @@ BoxGrowth::Memory::Memory(int width, int height, int passes, ScratchCutter& cutt
     bottom = cutter.take<GrowState>(blocks);
 }
 
-BoxGrowth::Memory BoxGrowth::memoryFrom(int width, int height, int passes, uint8_t* scratch) {
-    ScratchCutter cutter(scratch);
-    return Memory(width, height, passes, cutter);
-}
-
 int64_t BoxGrowth::scratchBytes(int width, int height, int passes) {
-    ScratchCutter counter;
-    Memory(std::max(width, 0), std::max(height, 0), passes, counter);
-    return counter.bytes();
+    return scratchBytesOf<Memory>(std::max(width, 0), std::max(height, 0), passes);
 }
 
 BoxGrowth::BoxGrowth(int width, int height, int passes, uint8_t* scratch, const BoxGrowKernels& kernels)
@@ -78,7 +71,7 @@ BoxGrowth::BoxGrowth(int width, int height, int passes, uint8_t* scratch, const 
       mBlocks(blocksOf(width)),
       mFrom(0),
       mKernels(kernels),
-      mMemory(memoryFrom(width, height, passes, scratch)) {}
+      mMemory(cutFrom<Memory>(scratch, width, height, passes)) {}
 
 Plane8 BoxGrowth::start() const {
     return {mMemory.planes[0], mWidth, mHeight, mMemory.stride};

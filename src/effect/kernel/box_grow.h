@@ -71,7 +71,6 @@ private:
         GrowState* top;  ///< of the blocks of the first row
         GrowState* bottom;  ///< of the blocks of the last row
     };
-    static Memory memoryFrom(int width, int height, int passes, uint8_t* scratch);
 
     uint8_t* rowOf(int plane, int64_t y) const { return mMemory.planes[plane] + y * mMemory.stride; }
     GrowState* statesOf(int pass, int64_t band) const;

@@ -28,11 +28,6 @@ GaussPlaces placesIn(const GaussPlan& plan, int64_t first, int64_t last, int64_t
 
 }  // namespace
 
-GaussColumns::Memory GaussColumns::memoryFrom(uint8_t* scratch, const GaussBell& bell, ConstPlane8 src) {
-    ScratchCutter cutter(scratch);
-    return Memory(bell, src.width, src.height, cutter);
-}
-
 GaussColumns::Memory::Memory(const GaussBell& bell, int width, int height, ScratchCutter& cutter)
     : programs(cutter.take<GaussRowProgram>(kStripRows)),
       inkedBefore(cutter.take<int32_t>(blocksOf(width) * (int64_t{height} + 1))),
@@ -42,9 +37,7 @@ GaussColumns::Memory::Memory(const GaussBell& bell, int width, int height, Scrat
       window(cutter.take<uint16_t>(windowRows(bell, height) * kGaussBlockRow)) {}
 
 int64_t GaussColumns::scratchBytes(const GaussBell& bell, int width, int height) {
-    ScratchCutter counter;
-    Memory(bell, width, height, counter);
-    return counter.bytes();
+    return scratchBytesOf<Memory>(bell, width, height);
 }
 
 GaussColumns::GaussColumns(ConstPlane8 src, const GaussPlan& plan, GaussRounding rounding, int yStart, uint8_t* scratch)
@@ -57,7 +50,7 @@ GaussColumns::GaussColumns(ConstPlane8 src, const GaussPlan& plan, GaussRounding
       mTop(0),
       mBottom(0),
       mRowsBelow(0),
-      mMemory(memoryFrom(scratch, plan.bell, src)) {
+      mMemory(cutFrom<Memory>(scratch, plan.bell, src.width, src.height)) {
     const int64_t reach = int64_t{plan.bell.radius} + 3;
     writeGaussProgram(plan.taps, placesIn(plan, -reach, reach, kNoPlace), mMemory.innerProgram);
     std::fill_n(mMemory.window, kGaussBlockRow, uint16_t{0});

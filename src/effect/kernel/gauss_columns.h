@@ -52,7 +52,6 @@ private:
         int32_t* edgePrograms;      ///< of the others
         uint16_t* window;           ///< a row of zeros, then rows of the source
     };
-    static Memory memoryFrom(uint8_t* scratch, const GaussBell& bell, ConstPlane8 src);
 
     bool mayBeInked(int block, int64_t firstRow, int64_t lastRow) const;
     void startSums(int block);

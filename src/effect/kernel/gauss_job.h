@@ -29,4 +29,9 @@ struct GaussJob {
     GaussOrder order = GaussOrder::ColumnsFirst;
 };
 
+/// Outputs a row.
+inline int outputsOf(const GaussJob& job) {
+    return job.out.xEnd > job.out.xStart ? job.out.xEnd - job.out.xStart : 0;
+}
+
 }  // namespace QxFontEffect

@@ -1,6 +1,5 @@
 #include "effect/kernel/gauss_rows.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace QxFontEffect {
@@ -12,13 +11,9 @@ bool isNarrow(const GaussJob& job) {
     return narrowBellOf(*job.bell) >= 0;
 }
 
-int widthOf(const GaussJob& job) {
-    return std::max(job.out.xEnd - job.out.xStart, 0);
-}
-
 /// Bytes that a blur with the columns first keeps its rows in.
 int64_t stripBytes(const GaussJob& job) {
-    return isNarrow(job) || job.order == GaussOrder::RowsFirst ? 0 : int64_t{widthOf(job)} * kGaussRows;
+    return isNarrow(job) || job.order == GaussOrder::RowsFirst ? 0 : int64_t{outputsOf(job)} * kGaussRows;
 }
 
 }  // namespace
@@ -28,13 +23,13 @@ BlurKernels blurKernels() {
 }
 
 int64_t GaussRows::scratchBytes(const GaussJob& job) {
-    if (isNarrow(job)) return NarrowBlur::scratchBytes(job.bell->radius, widthOf(job));
+    if (isNarrow(job)) return NarrowBlur::scratchBytes(job.bell->radius, outputsOf(job));
     if (job.order == GaussOrder::RowsFirst) return WideRowsBlur::scratchBytes(job);
     return stripBytes(job) + WideBlur::scratchBytes(job);
 }
 
 GaussRows::GaussRows(const GaussJob& job, uint8_t* scratch, const BlurKernels& kernels)
-    : mWidth(widthOf(job)), mStrip(scratch) {
+    : mWidth(outputsOf(job)), mStrip(scratch) {
     if (isNarrow(job))
         mNarrow.emplace(job, scratch, *kernels.narrow);
     else if (job.order == GaussOrder::RowsFirst)

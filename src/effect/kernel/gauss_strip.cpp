@@ -35,22 +35,15 @@ GaussStrip::Memory::Memory(const GaussBell& bell, const GaussStripLayout& layout
       runs(cutter.take<Run>(layout.maxRuns())),
       inked(cutter.take<uint8_t>(layout.blocks)) {}
 
-GaussStrip::Memory GaussStrip::memoryFrom(uint8_t* scratch, const GaussBell& bell, const GaussStripLayout& layout) {
-    ScratchCutter cutter(scratch);
-    return Memory(bell, layout, cutter);
-}
-
 int64_t GaussStrip::scratchBytes(const GaussBell& bell, const GaussStripLayout& layout) {
-    ScratchCutter counter;
-    Memory(bell, layout, counter);
-    return counter.bytes();
+    return scratchBytesOf<Memory>(bell, layout);
 }
 
 GaussStrip::GaussStrip(const GaussPlan& plan, GaussRounding rounding, const GaussStripLayout& layout, uint8_t* scratch)
     : mPlan(plan),
       mEmptySum(plan.emptySum(rounding)),
       mLayout(layout),
-      mMemory(memoryFrom(scratch, plan.bell, layout)) {
+      mMemory(cutFrom<Memory>(scratch, plan.bell, layout)) {
     const int64_t reach = int64_t{plan.bell.radius} + 3;
     writeGaussProgram(plan.taps, {plan.columnWords(), {0, kGaussRows, 2 * kGaussRows}, -reach, reach, kNoPlace},
                       mMemory.program);

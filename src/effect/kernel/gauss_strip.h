@@ -65,7 +65,6 @@ private:
         Run* runs;
         uint8_t* inked;  ///< a flag per block
     };
-    static Memory memoryFrom(uint8_t* scratch, const GaussBell& bell, const GaussStripLayout& layout);
 
     uint16_t* sampleAt(int64_t column) const;
     int findRuns();

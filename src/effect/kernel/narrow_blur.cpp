@@ -6,7 +6,6 @@
 namespace QxFontEffect {
 namespace {
 
-constexpr uint64_t kLeftHalves = 0x5555555555555555u;
 static_assert(NarrowBell::kMaxRadius <= kNarrowUnit, "a unit on either side of the outputs is enough");
 
 int unitsOf(int outputs) {
@@ -20,7 +19,7 @@ int wordsOf(int outputs) {
 
 /// Of marks of halves, the units.
 uint64_t unitsIn(uint64_t halves) {
-    return (halves | halves >> 1) & kLeftHalves;
+    return (halves | halves >> 1) & kNarrowLeftHalves;
 }
 
 /// Makes the units that are marked now all that is marked: `clear` gets the row and the number of each unit that was
@@ -56,15 +55,8 @@ NarrowBlur::Memory::Memory(int radius, int outputs, ScratchCutter& cutter)
       inLines(cutter.take<uint64_t>(int64_t{words} * kNarrowRows)),
       inWindow(cutter.take<uint64_t>(int64_t{words} * windowRows)) {}
 
-NarrowBlur::Memory NarrowBlur::memoryFrom(uint8_t* scratch, int radius, int outputs) {
-    ScratchCutter cutter(scratch);
-    return Memory(radius, outputs, cutter);
-}
-
 int64_t NarrowBlur::scratchBytes(int radius, int outputs) {
-    ScratchCutter counter;
-    Memory(radius, outputs, counter);
-    return counter.bytes();
+    return scratchBytesOf<Memory>(radius, outputs);
 }
 
 NarrowBlur::NarrowBlur(const GaussJob& job, uint8_t* scratch, const NarrowKernels& kernels)
@@ -75,8 +67,8 @@ NarrowBlur::NarrowBlur(const GaussJob& job, uint8_t* scratch, const NarrowKernel
       mKernels(kernels),
       mEmptyColumn(emptySumOf(job.columns, job.bell->sum)),
       mEmptyLine(emptySumOf(job.rows, job.bell->sum)),
-      mCount(std::max(job.out.xEnd - job.out.xStart, 0)),
-      mMemory(memoryFrom(scratch, mRadius, mCount)),
+      mCount(outputsOf(job)),
+      mMemory(cutFrom<Memory>(scratch, mRadius, mCount)),
       mFrom(static_cast<int>(std::clamp<int64_t>(int64_t{job.out.xStart} - mRadius, 0, job.src.width))),
       mTo(static_cast<int>(std::clamp<int64_t>(int64_t{job.out.xStart} + mCount + mRadius, mFrom, job.src.width))),
       mPlace(mFrom == mTo ? 0 : kNarrowUnit + mFrom - job.out.xStart),

@@ -47,7 +47,6 @@ private:
         uint64_t* inLines;   ///< of `lines`
         uint64_t* inWindow;  ///< of `window`
     };
-    static Memory memoryFrom(uint8_t* scratch, int radius, int outputs);
 
     NarrowMarks marksOf(uint64_t* bits) const { return {bits, mMemory.words, kNarrowRows}; }
     NarrowMarks windowMarks() const { return {mMemory.inWindow, mMemory.words, mMemory.windowRows}; }

@@ -15,6 +15,7 @@ namespace QxFontEffect {
 /// every half of a unit, so that 64 bits stand for 512 columns.
 constexpr int kNarrowUnit = 16;
 constexpr int kNarrowWordColumns = 64 * kNarrowUnit / 2;
+constexpr uint64_t kNarrowLeftHalves = 0x5555555555555555u;
 
 /// A strip of so many rows is made at once: what it takes to begin a pass is spread over them, and a pass reads what
 /// the one before it has made a while ago.

@@ -9,7 +9,6 @@ namespace QxFontEffect {
 namespace {
 
 constexpr int kUnitVectors = kNarrowUnit / kU16Lanes;
-constexpr uint64_t kLeftHalves = 0x5555555555555555u;
 
 /// A unit of words.
 struct Unit {
@@ -72,7 +71,8 @@ struct BytePlace {
 template <typename Make>
 inline void forEachUnit(const NarrowMarks& units, int row, const Make& make) {
     for (int word = 0; word < units.words; ++word)
-        for (uint64_t bits = units.bits[ptrdiff_t{word} * units.step + row] & kLeftHalves; bits != 0; bits &= bits - 1)
+        for (uint64_t bits = units.bits[ptrdiff_t{word} * units.step + row] & kNarrowLeftHalves; bits != 0;
+             bits &= bits - 1)
             make(ptrdiff_t{word} * 32 + __builtin_ctzll(bits) / 2);
 }
 

@@ -34,4 +34,19 @@ private:
     int64_t mBytes;
 };
 
+/// Bytes of scratch for what a `Memory` cuts out of it, which takes these sizes and then the cutter.
+template <typename Memory, typename... Sizes>
+int64_t scratchBytesOf(const Sizes&... sizes) {
+    ScratchCutter counter;
+    static_cast<void>(Memory(sizes..., counter));
+    return counter.bytes();
+}
+
+/// Cuts a `Memory` out of as many bytes.
+template <typename Memory, typename... Sizes>
+Memory cutFrom(uint8_t* scratch, const Sizes&... sizes) {
+    ScratchCutter cutter(scratch);
+    return Memory(sizes..., cutter);
+}
+
 }  // namespace QxFontEffect

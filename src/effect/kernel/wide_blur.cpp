@@ -6,7 +6,7 @@ namespace QxFontEffect {
 namespace {
 
 GaussStripLayout layoutOf(const GaussJob& job) {
-    return {*job.bell, job.src.width, job.out.xStart, std::max(job.out.xEnd - job.out.xStart, 0)};
+    return {*job.bell, job.src.width, job.out.xStart, outputsOf(job)};
 }
 
 /// The part of the source that a job reads, and the row of the job's first row in it.
@@ -27,23 +27,6 @@ GaussColumns columnsOf(const GaussJob& job, const GaussPlan& plan, uint8_t* scra
     return {part.plane, plan, job.columns, part.yStart, scratch};
 }
 
-// Ink is counted in many blocks at once: their rows are read as they lie in memory.
-constexpr int kCountedBlocks = 32;
-
-/// Puts rows of a plane into the blocks of a strip from `first` on, kCountedBlocks of them or what there is.
-void setBlocks(ConstPlane8 src, int y, int rows, int first, const GaussPlan& plan, GaussStrip& strip) {
-    const GaussStripLayout& layout = strip.layout();
-    const int column = layout.from + first * kGaussBlock;
-    const int columns = std::min(kCountedBlocks * kGaussBlock, layout.to - column);
-    const uint8_t* samples = src.row(y) + column;
-    int32_t inkedBefore[kCountedBlocks * (kGaussRows + 1)];
-    plan.kernels->countInk(samples, src.stride, columns, rows, inkedBefore);
-    const int32_t* inked = inkedBefore + rows;
-    for (int x = 0; x < columns; x += kGaussBlock, inked += rows + 1)
-        strip.setBlock(first + x / kGaussBlock, *inked != 0 ? samples + x : nullptr, src.stride,
-                       std::min(kGaussBlock, columns - x), rows);
-}
-
 }  // namespace
 
 WideBlur::Memory::Memory(const GaussJob& job, ScratchCutter& cutter) {
@@ -55,20 +38,13 @@ WideBlur::Memory::Memory(const GaussJob& job, ScratchCutter& cutter) {
     strip = cutter.take<uint8_t>(int64_t{rows} * layout.blocks * kGaussBlock);
 }
 
-WideBlur::Memory WideBlur::memoryFrom(const GaussJob& job, uint8_t* scratch) {
-    ScratchCutter cutter(scratch);
-    return Memory(job, cutter);
-}
-
 int64_t WideBlur::scratchBytes(const GaussJob& job) {
-    ScratchCutter counter;
-    Memory(job, counter);
-    return counter.bytes();
+    return scratchBytesOf<Memory>(job);
 }
 
 WideBlur::WideBlur(const GaussJob& job, uint8_t* scratch, const GaussKernels& kernels)
     : mPlan(makeGaussPlan(*job.bell, kernels)),
-      mMemory(memoryFrom(job, scratch)),
+      mMemory(cutFrom<Memory>(scratch, job)),
       mLeft(std::max(job.out.yEnd - job.out.yStart, 0)),
       mStripRows(0),
       mTaken(0),
@@ -99,21 +75,6 @@ int WideBlur::next(uint8_t* dst, ptrdiff_t stride) {
     mLines.blur({dst, layout.count, rows, stride});
     mTaken += rows;
     return rows;
-}
-
-int64_t gaussLinesScratchBytes(const GaussBell& bell, int width, int xStart, int count) {
-    return GaussStrip::scratchBytes(bell, GaussStripLayout(bell, width, xStart, count));
-}
-
-void gaussLinesPlane8(ConstPlane8 src, const GaussPlan& plan, GaussRounding rounding, int xStart, uint8_t* scratch,
-                      Plane8 dst) {
-    GaussStrip strip(plan, rounding, GaussStripLayout(plan.bell, src.width, xStart, dst.width), scratch);
-    const GaussStripLayout& layout = strip.layout();
-    for (int y = 0; y < src.height; y += kGaussRows) {
-        const int rows = std::min(kGaussRows, src.height - y);
-        for (int block = 0; block < layout.blocks; block += kCountedBlocks) setBlocks(src, y, rows, block, plan, strip);
-        strip.blur({dst.row(y), dst.width, rows, dst.stride});
-    }
 }
 
 }  // namespace QxFontEffect

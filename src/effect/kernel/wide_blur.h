@@ -35,7 +35,6 @@ private:
         uint8_t* columns;  ///< of mColumns
         uint8_t* strip;    ///< of the vertical pass
     };
-    static Memory memoryFrom(const GaussJob& job, uint8_t* scratch);
 
     void makeStrip();
 
@@ -48,15 +47,5 @@ private:
     GaussStrip mLines;
     GaussColumns mColumns;
 };
-
-/// The horizontal pass alone, of a whole plane of rows.
-///
-/// @param src       rows of src.width samples; those left and right of them count as 0.
-/// @param xStart    column of the first sample of dst; it and any other may lie outside the rows.
-/// @param scratch   gaussLinesScratchBytes(...) bytes, as above.
-/// @param dst       as many rows as src, must not overlap it.
-void gaussLinesPlane8(ConstPlane8 src, const GaussPlan& plan, GaussRounding rounding, int xStart, uint8_t* scratch,
-                      Plane8 dst);
-int64_t gaussLinesScratchBytes(const GaussBell& bell, int width, int xStart, int count);
 
 }  // namespace QxFontEffect

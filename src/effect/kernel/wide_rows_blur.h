@@ -5,7 +5,7 @@
 #include "effect/kernel/gauss_columns.h"
 #include "effect/kernel/gauss_job.h"
 #include "effect/kernel/gauss_kernels.h"
-#include "effect/kernel/wide_blur.h"
+#include "effect/kernel/scratch_cutter.h"
 #include "pixel/plane.h"
 
 namespace QxFontEffect {
@@ -34,7 +34,6 @@ private:
         uint8_t* strip;  ///< rows of the result, in whole blocks
         uint8_t* work;   ///< of one pass, then of the other
     };
-    static Memory memoryFrom(const GaussJob& job, uint8_t* scratch);
 
     GaussColumns columnsOf(const GaussJob& job) const;
 
@@ -44,5 +43,15 @@ private:
     int mLeft;  // rows of the part that are still to be made
     GaussColumns mColumns;
 };
+
+/// The horizontal pass alone, of a whole plane of rows.
+///
+/// @param src       rows of src.width samples; those left and right of them count as 0.
+/// @param xStart    column of the first sample of dst; it and any other may lie outside the rows.
+/// @param scratch   gaussLinesScratchBytes(...) bytes, as above.
+/// @param dst       as many rows as src, must not overlap it.
+void gaussLinesPlane8(ConstPlane8 src, const GaussPlan& plan, GaussRounding rounding, int xStart, uint8_t* scratch,
+                      Plane8 dst);
+int64_t gaussLinesScratchBytes(const GaussBell& bell, int width, int xStart, int count);
 
 }  // namespace QxFontEffect
